@@ -1,0 +1,22 @@
+// The host of the library as shipped: no instrument, every correction off.
+#include "core/host.hpp"
+
+namespace kavo {
+
+std::int16_t GetSettingInt(std::uint16_t /*id*/) noexcept { return 0; }
+
+double GetSettingReal(std::uint16_t id) noexcept { return id == kSettingScaleFactor ? 1.0 : 0.0; }
+
+void GetSiteRecord(SiteRecord& out) noexcept { out = SiteRecord{}; }
+
+// Meant as it stands: without an instrument there are no readings, so the reply is all zeros and
+// the result a refusal, while the offset measurements still answer their own status.
+std::int32_t CalcObsFromPoint(double /*north*/, double /*east*/, double /*elev*/,
+                              double /*hookValue*/, ObsReply& reply) noexcept {
+  reply = ObsReply{};
+  return -1;
+}
+
+std::int32_t QueryFaceSetting() noexcept { return 0; }
+
+}  // namespace kavo

@@ -1,0 +1,37 @@
+// What the library assumes of the machine and promises of its records, checked when it is compiled.
+#include <cfloat>
+#include <climits>
+#include <cstddef>
+#include <limits>
+
+#include "core/host.hpp"
+#include "kavostdlib.h"
+
+static_assert(CHAR_BIT == 8);
+static_assert(sizeof(double) == 8 && std::numeric_limits<double>::is_iec559);
+static_assert(static_cast<std::int32_t>(0xFFFFFFFFU) == -1, "two's complement");
+#if defined(FLT_EVAL_METHOD)
+static_assert(FLT_EVAL_METHOD == 0, "doubles are computed as doubles, not in wider registers");
+#endif
+
+static_assert(sizeof(CoordPt) == 32);
+static_assert(offsetof(CoordPt, north) == 0 && offsetof(CoordPt, east) == 8);
+static_assert(offsetof(CoordPt, elev) == 16 && offsetof(CoordPt, flags) == 24);
+
+static_assert(sizeof(AngDistRec) == 32);
+static_assert(offsetof(AngDistRec, azimuth) == 0 && offsetof(AngDistRec, zenith) == 4);
+static_assert(offsetof(AngDistRec, slopeDist) == 8 && offsetof(AngDistRec, horizDist) == 16);
+static_assert(offsetof(AngDistRec, dElev) == 24);
+
+static_assert(sizeof(SlopeRec) == 16);
+static_assert(offsetof(SlopeRec, percent) == 0 && offsetof(SlopeRec, ratio) == 8);
+
+static_assert(sizeof(LineDef) == 72);
+static_assert(offsetof(LineDef, p1) == 0 && offsetof(LineDef, p2) == 32);
+static_assert(offsetof(LineDef, direction) == 64 && offsetof(LineDef, mode) == 68);
+
+static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
+static_assert(sizeof(kavo::ObsReply) == 56);
+static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);
+static_assert(offsetof(kavo::ObsReply, dist) == 8 && offsetof(kavo::ObsReply, north) == 32);
+static_assert(offsetof(kavo::ObsReply, east) == 40 && offsetof(kavo::ObsReply, elev) == 48);
