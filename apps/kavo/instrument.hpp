@@ -1,0 +1,23 @@
+// The instrument that kavo puts behind the library.
+#pragma once
+
+#include <cstdint>
+
+namespace kavo_app {
+
+/// What a job can set on the instrument; as it stands here, everything is off and the library
+/// answers as shipped.
+struct InstrumentSettings {
+  bool azimuthFromSouth = false;
+  bool curvatureRefraction = false;
+  std::int16_t refractionIndex = 0;  ///< 0, 1 or 2: coefficient 0.132, 0.133 or 0.2.
+  bool seaLevel = false;
+  double siteElev = 0.0;     ///< Mean elevation of the site, metres.
+  double scaleFactor = 1.0;  ///< Grid scale factor, no unit.
+  bool face2 = false;
+};
+
+/// Sets the instrument that answers the library in this process.
+void SetInstrument(const InstrumentSettings& settings);
+
+}  // namespace kavo_app

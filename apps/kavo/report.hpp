@@ -1,0 +1,20 @@
+// What a run gave, for people and for programs.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "job.hpp"
+#include "run.hpp"
+
+namespace kavo_app {
+
+/// The report that people read: every step with its inputs, results and units, expected values
+/// beside computed ones, and every failure as a sentence.
+std::string TextReport(const Job& job, const std::vector<Outcome>& outcomes);
+
+/// The same as JSON with all digits: numbers as the shortest text that reads back exactly, angles
+/// both as the library's integer and in the job's notation.
+std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes);
+
+}  // namespace kavo_app

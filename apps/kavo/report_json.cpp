@@ -1,0 +1,135 @@
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "report.hpp"
+
+namespace kavo_app {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// JSON has no word for what is not finite, so that is text.
+Json NumberJson(double number) {
+  if (std::isfinite(number)) {
+    return number;
+  }
+  if (std::isnan(number)) {
+    return "not a number";
+  }
+  return number > 0.0 ? "infinite" : "minus infinite";
+}
+
+Json AngleJson(IntAngle angle, AngleUnit unit) {
+  return {{"intAngle", angle}, {"text", AngleText(angle, unit)}};
+}
+
+Json PointJson(const CoordPt& point) {
+  Json json{{"north", NumberJson(point.north)}, {"east", NumberJson(point.east)}};
+  if ((point.flags & COORD_HAS_ELEV) != 0) {
+    json["elev"] = NumberJson(point.elev);
+  }
+  return json;
+}
+
+Json LineJson(const LineDef& line, AngleUnit unit) {
+  Json json{{"from", PointJson(line.p1)}};
+  if (line.mode == LINE_MODE_TWO_POINTS) {
+    json["to"] = PointJson(line.p2);
+  } else {
+    json["azimuth"] = AngleJson(line.direction, unit);
+  }
+  return json;
+}
+
+Json ValueJson(const Value& value, AngleUnit unit) {
+  if (const auto* angle = std::get_if<IntAngle>(&value)) {
+    return AngleJson(*angle, unit);
+  }
+  if (const auto* number = std::get_if<double>(&value)) {
+    return NumberJson(*number);
+  }
+  if (const auto* point = std::get_if<CoordPt>(&value)) {
+    return PointJson(*point);
+  }
+  if (const auto* line = std::get_if<LineDef>(&value)) {
+    return LineJson(*line, unit);
+  }
+  return nullptr;
+}
+
+Json InputsJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
+  Json json = Json::object();
+  for (std::size_t i = 0; i < step.inputs.size(); ++i) {
+    if (step.inputs[i].text.empty()) {
+      continue;
+    }
+    const auto name = std::string(step.service->inputs[i].name);
+    json[name] = {{"written", step.inputs[i].text}};
+    if (outcome.ran && Available(outcome.inputs[i])) {
+      json[name]["value"] = ValueJson(outcome.inputs[i], unit);
+    }
+  }
+  return json;
+}
+
+Json ExpectedJson(const Step& step, const Outcome& outcome, std::size_t index, AngleUnit unit) {
+  const auto& expected = step.expected[index];
+  const auto& comparison = outcome.comparisons[index];
+  Json json{{"output", step.service->outputs[expected.output].name}};
+  if (!expected.component.empty()) {
+    json["component"] = expected.component;
+  }
+  json["expected"] = ValueJson(expected.value, unit);
+  json["computed"] = ValueJson(comparison.computed, unit);
+  if (Available(comparison.computed)) {
+    json["difference"] =
+        std::visit([unit](auto d) { return ValueJson(d, unit); }, comparison.difference);
+  }
+  if (comparison.within) {
+    json["within"] = *comparison.within;
+  }
+  return json;
+}
+
+Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
+  Json json{{"name", step.name},
+            {"service", step.service->name},
+            {"export", step.service->exportName},
+            {"inputs", InputsJson(step, outcome, unit)},
+            {"good", outcome.Good()}};
+  if (outcome.ran) {
+    json["status"] = outcome.status;
+    json["meaning"] = outcome.statusRow->sentence;
+  } else {
+    json["skipped"] = outcome.skipped;
+  }
+  Json outputs = Json::object();
+  for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
+    outputs[std::string(step.service->outputs[i].name)] = ValueJson(outcome.outputs[i], unit);
+  }
+  json["outputs"] = outputs;
+  for (std::size_t i = 0; i < step.expected.size(); ++i) {
+    json["expected"].push_back(ExpectedJson(step, outcome, i, unit));
+  }
+  return json;
+}
+
+}  // namespace
+
+std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes) {
+  Json json{{"title", job.title},
+            {"source", job.source},
+            {"job", job.file},
+            {"lengths", "m"},
+            {"areas", "m2"},
+            {"angles", UnitText(job.angles)},
+            {"settings", job.settingTexts},
+            {"steps", Json::array()}};
+  for (std::size_t i = 0; i < job.steps.size(); ++i) {
+    json["steps"].push_back(StepJson(job.steps[i], outcomes[i], job.angles));
+  }
+  constexpr int kIndent = 2;
+  return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace kavo_app

@@ -1,0 +1,296 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <string_view>
+
+#include "report.hpp"
+
+namespace kavo_app {
+namespace {
+
+const std::string kNone = "-";
+
+// Four decimals, a tenth of a millimetre; without a sign on nothing.
+std::string NumberText(double number) {
+  constexpr double kReadable = 1e12;
+  auto text =
+      std::fabs(number) < kReadable ? fmt::format("{:.4f}", number) : fmt::format("{}", number);
+  return text == "-0.0000" ? "0.0000" : text;
+}
+
+std::string DifferenceText(double number) {
+  const auto text = NumberText(number);
+  return text.starts_with('-') ? text : "+" + text;
+}
+
+// One number of a result, with the heading that it has in a list or table.
+struct Cell {
+  std::string heading;
+  std::string unit;
+  std::string text;
+};
+
+// The elevation of a point, and in a list a point as a whole, shows only when it is there.
+void AddPointCells(const Value& value, const std::string& prefix, bool table,
+                   std::vector<Cell>& cells) {
+  const auto* point = std::get_if<CoordPt>(&value);
+  const bool withElev = point != nullptr && (point->flags & COORD_HAS_ELEV) != 0;
+  if (point != nullptr || table) {
+    cells.push_back({prefix + "north", "m", point ? NumberText(point->north) : kNone});
+    cells.push_back({prefix + "east", "m", point ? NumberText(point->east) : kNone});
+  }
+  if (withElev || table) {
+    cells.push_back({prefix + "elev", "m", withElev ? NumberText(point->elev) : kNone});
+  }
+}
+
+class TextReporter {
+ public:
+  TextReporter(const Job& job, const std::vector<Outcome>& outcomes)
+      : job_(job), outcomes_(outcomes) {}
+
+  std::string Write() {
+    Heading();
+    for (std::size_t first = 0; first < job_.steps.size();) {
+      const auto next =
+          std::find_if(job_.steps.begin() + static_cast<std::ptrdiff_t>(first), job_.steps.end(),
+                       [&](const Step& step) { return step.group != job_.steps[first].group; });
+      const auto last = static_cast<std::size_t>(next - job_.steps.begin());
+      Group(first, last);
+      first = last;
+    }
+    Summary();
+    return std::move(out_);
+  }
+
+ private:
+  template <class... Args>
+  void Line(fmt::format_string<Args...> format, Args&&... args) {
+    fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
+    while (out_.ends_with(' ')) {
+      out_.pop_back();
+    }
+    out_ += '\n';
+  }
+
+  void Heading() {
+    Line("{}", job_.title.empty() ? job_.file : job_.title);
+    if (!job_.source.empty()) {
+      Line("source: {}", job_.source);
+    }
+    for (const auto& setting : job_.settingTexts) {
+      Line("setting: {}", setting);
+    }
+    Line("lengths in metres, areas in square metres, angles in {}", UnitText(job_.angles));
+  }
+
+  // The steps [first, last): one step as a list, several as a table.
+  void Group(std::size_t first, std::size_t last) {
+    const Step& step = job_.steps[first];
+    const bool table = last - first > 1;
+    Line("");
+    Line("{}: {}, {}",
+         table ? fmt::format("{} to {}", step.name, job_.steps[last - 1].name) : step.name,
+         step.service->name, step.service->summary);
+    if (!step.note.empty()) {
+      Line("  {}", step.note);
+    }
+    for (std::size_t i = 0; i < step.inputs.size(); ++i) {
+      if (!step.inputs[i].text.empty() && !(table && Varies(first, last, i))) {
+        Item(std::string(step.service->inputs[i].name), InputText(step, i));
+      }
+    }
+    if (table) {
+      Table(first, last);
+    } else {
+      Results(first);
+    }
+  }
+
+  void Item(const std::string& heading, const std::string& text) {
+    Line("  {:<12} {}", heading, text);
+  }
+
+  std::string InputText(const Step& step, std::size_t index) const {
+    const auto unit = InfoOf(step.service->inputs[index].kind).unit;
+    const bool literal = std::holds_alternative<double>(step.inputs[index].value);
+    return literal ? fmt::format("{} {}", step.inputs[index].text, unit) : step.inputs[index].text;
+  }
+
+  bool Varies(std::size_t first, std::size_t last, std::size_t input) const {
+    return std::any_of(job_.steps.begin() + static_cast<std::ptrdiff_t>(first),
+                       job_.steps.begin() + static_cast<std::ptrdiff_t>(last),
+                       [input](const Step& step) { return step.varies[input]; });
+  }
+
+  std::vector<Cell> OutputCells(std::size_t index, bool table) const {
+    const auto fields = job_.steps[index].service->outputs;
+    const auto points = std::ranges::count(fields, Kind::kPoint, &Field::kind);
+    std::vector<Cell> cells;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      const Value& value = outcomes_[index].outputs[i];
+      const auto name = std::string(fields[i].name);
+      if (fields[i].kind == Kind::kPoint) {
+        AddPointCells(value, points > 1 ? name + '.' : "", table, cells);
+      } else if (fields[i].kind != Kind::kLine) {  // a line shows in its points and azimuth
+        cells.push_back({name, std::string(InfoOf(fields[i].kind).unit), ValueText(value)});
+      }
+    }
+    return cells;
+  }
+
+  std::string ValueText(const Value& value) const {
+    if (const auto* angle = std::get_if<IntAngle>(&value)) {
+      return AngleText(*angle, job_.angles);
+    }
+    const auto* number = std::get_if<double>(&value);
+    return number != nullptr ? NumberText(*number) : kNone;
+  }
+
+  std::string DifferenceTextOf(const Comparison& comparison) const {
+    if (!Available(comparison.computed)) {
+      return kNone;
+    }
+    if (const auto* angle = std::get_if<IntAngle>(&comparison.difference)) {
+      return (*angle < 0 ? "" : "+") + AngleText(*angle, job_.angles);
+    }
+    return DifferenceText(std::get<double>(comparison.difference));
+  }
+
+  static std::string ExpectedName(const Step& step, const Expectation& expected) {
+    const auto fields = step.service->outputs;
+    const bool several = std::ranges::count(fields, Kind::kPoint, &Field::kind) > 1;
+    const auto output = std::string(fields[expected.output].name);
+    if (expected.component.empty()) {
+      return output;
+    }
+    return several ? output + '.' + expected.component : expected.component;
+  }
+
+  static std::string_view Verdict(const Comparison& comparison) {
+    if (!Available(comparison.computed)) {
+      return "MISSING";
+    }
+    if (!comparison.within) {
+      return "";
+    }
+    return *comparison.within ? "ok" : "OUT OF TOLERANCE";
+  }
+
+  void Results(std::size_t index) {
+    const Step& step = job_.steps[index];
+    const Outcome& outcome = outcomes_[index];
+    if (!outcome.ran || !outcome.statusRow->success) {
+      Item("status", Sentence(outcome));
+    } else {
+      for (const auto& cell : OutputCells(index, false)) {
+        const bool bare = cell.text == kNone || cell.unit == "angle" || cell.unit.empty();
+        Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
+      }
+      if (outcome.statusRow->code != STATUS_OK) {
+        Item("status", Sentence(outcome));
+      }
+    }
+    for (std::size_t i = 0; i < step.expected.size(); ++i) {
+      Item("expected",
+           fmt::format("{} {}, difference {} {}", ExpectedName(step, step.expected[i]),
+                       ValueText(step.expected[i].value), DifferenceTextOf(outcome.comparisons[i]),
+                       Verdict(outcome.comparisons[i])));
+    }
+  }
+
+  static std::string Sentence(const Outcome& outcome) {
+    return outcome.ran ? std::string(outcome.statusRow->sentence) : outcome.skipped;
+  }
+
+  std::vector<Cell> TableRow(std::size_t index, std::size_t first, std::size_t last) const {
+    const Step& step = job_.steps[index];
+    const Outcome& outcome = outcomes_[index];
+    std::vector<Cell> cells{{"name", "", step.name}};
+    for (std::size_t i = 0; i < step.inputs.size(); ++i) {
+      const Field& field = step.service->inputs[i];
+      if (Varies(first, last, i)) {
+        const auto& text = step.inputs[i].text;
+        cells.push_back({std::string(field.name), std::string(InfoOf(field.kind).unit),
+                         text.empty() ? kNone : text});
+      }
+    }
+    std::ranges::move(OutputCells(index, true), std::back_inserter(cells));
+    for (std::size_t i = 0; i < step.expected.size(); ++i) {
+      const auto name = ExpectedName(step, step.expected[i]);
+      cells.push_back({"expected", name, ValueText(step.expected[i].value)});
+      cells.push_back({"difference", name, DifferenceTextOf(outcome.comparisons[i])});
+    }
+    cells.push_back({"", "", std::string(RowVerdict(outcome))});
+    return cells;
+  }
+
+  static std::string RowVerdict(const Outcome& outcome) {
+    if (!outcome.ran || !outcome.statusRow->success) {
+      return Sentence(outcome);
+    }
+    std::string worst;
+    for (const auto& comparison : outcome.comparisons) {
+      const auto verdict = Verdict(comparison);
+      if (worst.empty() || worst == "ok") {
+        worst = verdict;
+      }
+    }
+    return worst;
+  }
+
+  void Table(std::size_t first, std::size_t last) {
+    std::vector<std::vector<Cell>> rows;
+    for (std::size_t i = first; i < last; ++i) {
+      rows.push_back(TableRow(i, first, last));
+    }
+    const auto widest = std::ranges::max_element(rows, {}, &std::vector<Cell>::size);
+    std::vector<std::size_t> widths;
+    for (const auto& cell : *widest) {
+      widths.push_back(std::max(cell.heading.size(), UnitHeading(cell).size()));
+    }
+    for (const auto& row : rows) {
+      for (std::size_t i = 0; i + 1 < row.size(); ++i) {
+        widths[i] = std::max(widths[i], row[i].text.size());
+      }
+    }
+    TableLine(*widest, widths, [](const Cell& cell) { return cell.heading; });
+    TableLine(*widest, widths, UnitHeading);
+    for (const auto& row : rows) {
+      TableLine(row, widths, [](const Cell& cell) { return cell.text; });
+    }
+  }
+
+  static std::string UnitHeading(const Cell& cell) { return cell.unit == "angle" ? "" : cell.unit; }
+
+  // The last cell is the verdict: on the left of its column, as long as it needs.
+  void TableLine(const std::vector<Cell>& row, const std::vector<std::size_t>& widths, auto text) {
+    std::string line = " ";
+    for (std::size_t i = 0; i + 1 < row.size(); ++i) {
+      line += fmt::format(" {:>{}}", text(row[i]), widths[i]);
+    }
+    Line("{}  {}", line, text(row.back()));
+  }
+
+  void Summary() {
+    const auto bad =
+        std::ranges::count_if(outcomes_, [](const auto& outcome) { return !outcome.Good(); });
+    Line("");
+    Line("{} {}, {}", outcomes_.size(), outcomes_.size() == 1 ? "step" : "steps",
+         bad == 0 ? "all good" : fmt::format("{} not good", bad));
+  }
+
+  const Job& job_;
+  const std::vector<Outcome>& outcomes_;
+  std::string out_;
+};
+
+}  // namespace
+
+std::string TextReport(const Job& job, const std::vector<Outcome>& outcomes) {
+  return TextReporter(job, outcomes).Write();
+}
+
+}  // namespace kavo_app

@@ -1,0 +1,174 @@
+#include "run.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace kavo_app {
+namespace {
+
+constexpr StatusRow kNotFinite{STATUS_OK, false,
+                               "the result is not a finite number: check the size of the inputs"};
+
+bool IsFinite(const CoordPt& point) {
+  return std::isfinite(point.north) && std::isfinite(point.east) &&
+         ((point.flags & COORD_HAS_ELEV) == 0 || std::isfinite(point.elev));
+}
+
+// The numbers of an output; a line has its points beside it.
+bool IsFinite(const Value& value) {
+  if (const auto* point = std::get_if<CoordPt>(&value)) {
+    return IsFinite(*point);
+  }
+  const auto* number = std::get_if<double>(&value);
+  return number == nullptr || std::isfinite(*number);
+}
+
+class Runner {
+ public:
+  explicit Runner(const Job& job) : job_(job) {}
+
+  std::vector<Outcome> Run() {
+    SetInstrument(job_.settings);
+    for (const auto& step : job_.steps) {
+      outcomes_.push_back(RunStep(step));
+    }
+    return std::move(outcomes_);
+  }
+
+ private:
+  Outcome RunStep(const Step& step) const {
+    Outcome outcome;
+    for (const auto& input : step.inputs) {
+      if (const auto missing = MissingResult(input)) {
+        outcome.inputs.clear();
+        outcome.skipped = fmt::format("skipped: \"{}\" has no result", job_.steps[*missing].name);
+        outcome.outputs.resize(step.service->outputs.size());
+        outcome.comparisons.resize(step.expected.size());
+        return outcome;
+      }
+      outcome.inputs.push_back(ValueOf(input));
+    }
+    auto answer = step.service->call(Inputs(step.service->inputs, outcome.inputs));
+    outcome.ran = true;
+    outcome.status = answer.status;
+    outcome.statusRow = FindStatus(*step.service, answer.status);
+    if (outcome.statusRow == nullptr || answer.outputs.size() != step.service->outputs.size()) {
+      throw std::logic_error(fmt::format("service {}: its table does not fit status {}",
+                                         step.service->name, answer.status));
+    }
+    outcome.outputs = std::move(answer.outputs);
+    if (outcome.statusRow->success &&
+        !std::ranges::all_of(outcome.outputs, [](const Value& value) { return IsFinite(value); })) {
+      outcome.statusRow = &kNotFinite;
+    }
+    if (!outcome.statusRow->success) {
+      std::ranges::fill(outcome.outputs, Value{});
+    }
+    for (const auto& expected : step.expected) {
+      outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
+    }
+    return outcome;
+  }
+
+  // The step whose result an input needs and that has none.
+  std::optional<std::size_t> MissingResult(const Input& input) const {
+    if (input.from && !Available(outcomes_[input.from->step].outputs[input.from->output])) {
+      return input.from->step;
+    }
+    for (const auto& part : input.parts) {
+      if (const auto missing = MissingResult(part)) {
+        return missing;
+      }
+    }
+    return std::nullopt;
+  }
+
+  Value ValueOf(const Input& input) const {
+    if (input.from) {
+      return outcomes_[input.from->step].outputs[input.from->output];
+    }
+    if (const auto* line = std::get_if<LineDef>(&input.value)) {
+      return LineOf(*line, input.parts);
+    }
+    if (std::holds_alternative<std::vector<CoordPt>>(input.value)) {
+      std::vector<CoordPt> points;
+      for (const auto& part : input.parts) {
+        points.push_back(std::get<CoordPt>(ValueOf(part)));
+      }
+      return points;
+    }
+    return input.value;
+  }
+
+  LineDef LineOf(LineDef line, const std::vector<Input>& parts) const {
+    line.p1 = std::get<CoordPt>(ValueOf(parts[0]));
+    const Value second = ValueOf(parts[1]);
+    if (line.mode == LINE_MODE_TWO_POINTS) {
+      line.p2 = std::get<CoordPt>(second);
+    } else {
+      line.direction = std::get<IntAngle>(second);
+    }
+    return line;
+  }
+
+  static Comparison Compare(const Step& step, const Expectation& expected, const Value& output) {
+    Comparison comparison;
+    comparison.computed = Component(output, expected.component);
+    if (!Available(comparison.computed)) {
+      return comparison;
+    }
+    if (const auto* angle = std::get_if<IntAngle>(&expected.value)) {
+      const auto difference = Folded(std::get<IntAngle>(comparison.computed) - *angle);
+      comparison.difference = difference;
+      if (step.angleTolerance) {
+        comparison.within = std::abs(difference) <= *step.angleTolerance;
+      }
+      return comparison;
+    }
+    const double difference =
+        std::get<double>(comparison.computed) - std::get<double>(expected.value);
+    comparison.difference = difference;
+    if (step.tolerance) {
+      comparison.within = std::fabs(difference) <= *step.tolerance;
+    }
+    return comparison;
+  }
+
+  static Value Component(const Value& output, std::string_view component) {
+    const auto* point = std::get_if<CoordPt>(&output);
+    if (point == nullptr) {
+      return output;
+    }
+    if (component == "elev") {
+      return (point->flags & COORD_HAS_ELEV) != 0 ? Value{point->elev} : Value{};
+    }
+    return component == "north" ? point->north : point->east;
+  }
+
+  // Into half a circle either side of 0.
+  static IntAngle Folded(IntAngle angle) {
+    const IntAngle rest = angle % ANGLE_FULL_CIRCLE;
+    if (rest > ANGLE_HALF_CIRCLE) {
+      return rest - ANGLE_FULL_CIRCLE;
+    }
+    return rest <= -ANGLE_HALF_CIRCLE ? rest + ANGLE_FULL_CIRCLE : rest;
+  }
+
+  const Job& job_;
+  std::vector<Outcome> outcomes_;
+};
+
+}  // namespace
+
+bool Outcome::Good() const {
+  return ran && statusRow->success && std::ranges::all_of(comparisons, [](const auto& comparison) {
+           return Available(comparison.computed) && comparison.within.value_or(true);
+         });
+}
+
+std::vector<Outcome> RunJob(const Job& job) { return Runner(job).Run(); }
+
+}  // namespace kavo_app

@@ -1,0 +1,80 @@
+#include "service.hpp"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string>
+
+#include "cogo_services.hpp"
+
+namespace kavo_app {
+
+const KindInfo& InfoOf(Kind kind) {
+  static constexpr KindInfo kPoint{"m", "name, or {north, east, elev}"};
+  static constexpr KindInfo kPoints{"m", "list of points"};
+  static constexpr KindInfo kLine{"m", "name, {from, to}, or {from, azimuth}"};
+  static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
+  static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
+  static constexpr KindInfo kArea{"m2", "number, or \"@step.field\""};
+  static constexpr KindInfo kPercent{"%", "number, or \"@step.field\""};
+  static constexpr KindInfo kRatio{"", "number, or \"@step.field\""};
+  switch (kind) {
+    case Kind::kPoint:
+      return kPoint;
+    case Kind::kPoints:
+      return kPoints;
+    case Kind::kLine:
+      return kLine;
+    case Kind::kAzimuth:
+    case Kind::kZenith:
+    case Kind::kAngle:
+      return kAngle;
+    case Kind::kLength:
+      return kLength;
+    case Kind::kArea:
+      return kArea;
+    case Kind::kPercent:
+      return kPercent;
+    case Kind::kRatio:
+      break;
+  }
+  return kRatio;
+}
+
+std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name) {
+  const auto field = std::ranges::find(fields, name, &Field::name);
+  if (field == fields.end()) {
+    return std::nullopt;
+  }
+  return static_cast<std::size_t>(field - fields.begin());
+}
+
+const Value& Inputs::Find(std::string_view name) const {
+  const auto index = FindField(fields_, name);
+  if (!index) {
+    throw std::logic_error("no such input: " + std::string(name));
+  }
+  return values_[*index];
+}
+
+std::span<const Service> Services() { return CogoServices(); }
+
+const Service* FindService(std::string_view name) {
+  const auto service = std::ranges::find(Services(), name, &Service::name);
+  return service == Services().end() ? nullptr : &*service;
+}
+
+const StatusRow* FindStatus(const Service& service, std::int32_t code) {
+  const auto row = std::ranges::find(service.statuses, code, &StatusRow::code);
+  return row == service.statuses.end() ? nullptr : &*row;
+}
+
+Value OrNothing(double number) { return number == VALUE_INVALID ? Value{} : Value{number}; }
+
+Value OrNothing(IntAngle angle) { return angle == ANGLE_INVALID ? Value{} : Value{angle}; }
+
+Value OrNothing(const CoordPt& point) {
+  return point.north == VALUE_INVALID || point.east == VALUE_INVALID ? Value{} : Value{point};
+}
+
+}  // namespace kavo_app

@@ -1,0 +1,131 @@
+// What kavo can compute: one description per service drives reading, help and printing.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "kavostdlib.h"
+
+namespace kavo_app {
+
+/// What kind of thing a field holds; it decides the unit, how a job writes it and how a report
+/// prints it.
+enum class Kind {
+  kPoint,
+  kPoints,
+  kLine,
+  kAzimuth,
+  kZenith,
+  kAngle,
+  kLength,
+  kArea,
+  kPercent,
+  kRatio
+};
+
+/// A field's value. An IntAngle for azimuths, zenith angles and angles; a double, in metres, square
+/// metres, per cent or none, for the rest; no value where there is none.
+using Value =
+    std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, std::vector<CoordPt>>;
+
+/// True when there is a value.
+inline bool Available(const Value& value) { return value.index() != 0; }
+
+/// What a reader must know of a kind.
+struct KindInfo {
+  std::string_view unit;     ///< "m", "m2", "%"; "angle" for the job's unit; empty for none.
+  std::string_view writing;  ///< How a job writes it, for help.
+};
+const KindInfo& InfoOf(Kind kind);
+
+enum class Need { kRequired, kOptional };
+
+/// One input or output of a service.
+struct Field {
+  std::string_view name;
+  Kind kind;
+  std::string_view meaning;
+  Need need = Need::kRequired;
+};
+
+/// A status that the service's export can return.
+struct StatusRow {
+  std::int32_t code;
+  bool success;
+  std::string_view sentence;  ///< What it means; for a failure also what to do.
+};
+
+/// The inputs of one call, looked up by field name. A name or type that is not the table's is a
+/// fault of the program and ends it.
+class Inputs {
+ public:
+  Inputs(std::span<const Field> fields, std::vector<Value> values)
+      : fields_(fields), values_(std::move(values)) {}
+
+  const CoordPt& Point(std::string_view name) const { return Get<CoordPt>(name); }
+  const std::vector<CoordPt>& Points(std::string_view name) const {
+    return Get<std::vector<CoordPt>>(name);
+  }
+  const LineDef& Line(std::string_view name) const { return Get<LineDef>(name); }
+  IntAngle Angle(std::string_view name) const { return Get<IntAngle>(name); }
+  double Number(std::string_view name) const { return Get<double>(name); }
+  /// The number, or `absent` when the job does not give it.
+  double Number(std::string_view name, double absent) const {
+    return Available(Find(name)) ? Number(name) : absent;
+  }
+  IntAngle Angle(std::string_view name, IntAngle absent) const {
+    return Available(Find(name)) ? Angle(name) : absent;
+  }
+  bool Has(std::string_view name) const { return Available(Find(name)); }
+
+ private:
+  const Value& Find(std::string_view name) const;
+  template <class T>
+  const T& Get(std::string_view name) const {
+    return std::get<T>(Find(name));
+  }
+
+  std::span<const Field> fields_;
+  std::vector<Value> values_;
+};
+
+/// What a call gave: the export's status (STATUS_OK for an export without one), and a value for
+/// each output field in the table's order.
+struct Answer {
+  std::int32_t status;
+  std::vector<Value> outputs;
+};
+
+/// One service: a row of the table.
+struct Service {
+  std::string_view name;
+  std::string_view exportName;
+  std::string_view summary;
+  std::span<const Field> inputs;
+  std::span<const Field> outputs;
+  std::span<const StatusRow> statuses;
+  Answer (*call)(const Inputs& in);
+};
+
+/// All services, in the order in which they are listed.
+std::span<const Service> Services();
+
+/// The service of that name; null when there is none.
+const Service* FindService(std::string_view name);
+
+/// The row of a status; null when the service has none for it.
+const StatusRow* FindStatus(const Service& service, std::int32_t code);
+
+/// A field's place in a list of fields, if it is there.
+std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name);
+
+/// An output as a value: none for what the library marks as not available.
+Value OrNothing(double number);
+Value OrNothing(IntAngle angle);
+Value OrNothing(const CoordPt& point);
+
+}  // namespace kavo_app

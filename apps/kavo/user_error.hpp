@@ -1,0 +1,26 @@
+// A mistake in what the user wrote, told in one line that says where it is and what would be right.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+namespace kavo_app {
+
+/// Place in a file that the user wrote.
+struct Place {
+  std::string file;
+  std::size_t line = 0;  ///< Counted from 1; 0 when the whole file is meant.
+};
+
+/// Thrown for anything that is wrong with the user's input; kavo then ends with exit code 2.
+struct UserError : std::runtime_error {
+  /// @param place  file and line.
+  /// @param field  what is wrong there, such as "step 3001: azimuth"; may be empty.
+  /// @param advice  what is wrong with it and what would be right.
+  UserError(const Place& place, const std::string& field, const std::string& advice)
+      : std::runtime_error(place.file + (place.line > 0 ? ':' + std::to_string(place.line) : "") +
+                           ": " + (field.empty() ? "" : field + ": ") + advice) {}
+};
+
+}  // namespace kavo_app
