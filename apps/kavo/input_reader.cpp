@@ -226,10 +226,11 @@ Input InputReader::ReadResult(const TomlReader& at, const toml::node& node, cons
                               std::string_view text) const {
   const auto result = names_.FindResult(text, field.kind);
   if (!result) {
-    at.Fail(node, field.name,
-            fmt::format("\"{}\" is no control point, step or \"step.field\" before this one that "
-                        "gives what is wanted: {}",
-                        text, field.meaning));
+    at.Fail(
+        node, field.name,
+        fmt::format("\"{}\" is neither a control point nor a fitting result of an earlier step; "
+                    "wanted is: {}",
+                    text, field.meaning));
   }
   return {{}, result, {}, std::string(text)};
 }

@@ -100,7 +100,7 @@ class JobReader {
 
   // One step, or with `each` one for every row, all in one group.
   void ReadStep(const toml::table& table, std::size_t group) {
-    const TomlReader step(table, job_.file, fmt::format("step {}", group + 1));
+    const TomlReader step(table, job_.file, LabelOf(table));
     const Service& service = ServiceOf(step);
     const auto known = KnownStepKeys(service);
     step.Only(known);
@@ -110,11 +110,18 @@ class JobReader {
       return;
     }
     for (const auto& element : step.ArrayOf(*each, "each")) {
-      const TomlReader row(step.TableOf(element, "each"), job_.file,
-                           fmt::format("step {}", job_.steps.size() + 1), &table);
+      const auto& rowTable = step.TableOf(element, "each");
+      const TomlReader row(rowTable, job_.file, LabelOf(rowTable), &table);
       row.Only(known);
       AddStep(row, service, group);
     }
+  }
+
+  // What messages call the step that a table makes.
+  std::string LabelOf(const toml::table& table) const {
+    const auto* name = table.get_as<std::string>("name");
+    return name != nullptr ? fmt::format("step \"{}\"", name->get())
+                           : fmt::format("step {}", job_.steps.size() + 1);
   }
 
   const Service& ServiceOf(const TomlReader& step) const {

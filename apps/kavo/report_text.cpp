@@ -265,10 +265,11 @@ class TextReporter {
 
   static std::string UnitHeading(const Cell& cell) { return cell.unit == "angle" ? "" : cell.unit; }
 
-  // The last cell is the verdict: on the left of its column, as long as it needs.
+  // Name and verdict, the first and last cell, stand on the left; the verdict is as long as it
+  // needs.
   void TableLine(const std::vector<Cell>& row, const std::vector<std::size_t>& widths, auto text) {
-    std::string line = " ";
-    for (std::size_t i = 0; i + 1 < row.size(); ++i) {
+    std::string line = fmt::format("  {:<{}}", text(row.front()), widths.front());
+    for (std::size_t i = 1; i + 1 < row.size(); ++i) {
       line += fmt::format(" {:>{}}", text(row[i]), widths[i]);
     }
     Line("{}  {}", line, text(row.back()));
