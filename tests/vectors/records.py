@@ -1,0 +1,123 @@
+"""The records and constants of the public header, and how the vector files spell them.
+
+A token is the big-endian value in lowercase hex, so that its length tells its type: 16 digits are a
+double, 8 a 32-bit integer, 4 a 16-bit one.
+"""
+
+import dataclasses
+import math
+import struct
+from dataclasses import dataclass
+from typing import Annotated, Any, ClassVar, get_args, get_origin
+
+F64 = Annotated[float, "d"]
+I32 = Annotated[int, "i"]
+I16 = Annotated[int, "h"]
+U16 = Annotated[int, "H"]
+
+FULL_CIRCLE = 20736000
+HALF_CIRCLE = 10368000
+QUARTER_CIRCLE = 5184000
+DEGREES_450 = 25920000
+ANGLE_INVALID = 134217728
+
+VALUE_INVALID = 134217728.0
+SLOPE_VERTICAL = 134217728.0
+
+STATUS_OK = 0
+ERR_REFUSED = -1
+ERR_NO_DIRECTION = -1200
+ERR_POINT_INVALID = -1201
+ERR_PARALLEL = -1206
+
+HAS_NE = 1
+HAS_ELEV = 2
+
+TWO_POINTS = 2
+
+UNTOUCHED_BYTE = 0xA5
+CANONICAL_NAN = "7ff8000000000000"
+
+
+@dataclass
+class CoordPt:
+    """A point: coordinates and elevation in metres, validity flags."""
+
+    RESERVED: ClassVar[int] = 3
+    north: F64
+    east: F64
+    elev: F64
+    flags: U16
+
+
+@dataclass
+class LineDef:
+    """A line by two points, or by a point and a direction (an integer angle)."""
+
+    RESERVED: ClassVar[int] = 1
+    p1: CoordPt
+    p2: CoordPt
+    direction: I32
+    mode: U16
+
+
+@dataclass
+class AngDistRec:
+    """One sight: integer angles, distances and height difference in metres."""
+
+    RESERVED: ClassVar[int] = 0
+    azimuth: I32
+    zenith: I32
+    slope_dist: F64
+    horiz_dist: F64
+    d_elev: F64
+
+
+@dataclass
+class SlopeRec:
+    """A grade: per cent, and horizontal distance per unit of height."""
+
+    RESERVED: ClassVar[int] = 0
+    percent: F64
+    ratio: F64
+
+
+def untouched(kind: Any) -> Any:
+    """A value of the kind as it looks before the call: every byte the same."""
+    if dataclasses.is_dataclass(kind):
+        return kind(*(untouched(field.type) for field in dataclasses.fields(kind)))
+    (code,) = kind.__metadata__
+    filler = bytes([UNTOUCHED_BYTE] * struct.calcsize(code))
+    return struct.unpack(">" + code, filler)[0]
+
+
+def input_tokens(kind: Any, value: Any) -> list[str]:
+    """The value without reserved fields; a list one record after the other."""
+    if get_origin(kind) is list:
+        (record,) = get_args(kind)
+        return [token for item in value for token in input_tokens(record, item)]
+    return _tokens(kind, value, with_reserved=False)
+
+
+def output_tokens(kind: Any, value: Any) -> list[str]:
+    """The value with its reserved fields, which no call writes."""
+    return _tokens(kind, value, with_reserved=True)
+
+
+def _tokens(kind: Any, value: Any, with_reserved: bool) -> list[str]:
+    if not dataclasses.is_dataclass(kind):
+        return [_scalar(kind, value)]
+    tokens = []
+    for field in dataclasses.fields(kind):
+        tokens += _tokens(field.type, getattr(value, field.name), with_reserved)
+    if with_reserved:
+        tokens += [f"{UNTOUCHED_BYTE:02x}" * 2] * kind.RESERVED
+    return tokens
+
+
+def _scalar(kind: Any, value: float) -> str:
+    """Sign and payload of a NaN promise nothing, so that all of them are spelled alike."""
+    if math.isnan(value):
+        return CANONICAL_NAN
+    (code,) = kind.__metadata__
+    return struct.pack(">" + code, value).hex()
