@@ -19,7 +19,8 @@
  *   what its outputs hold under each. "Untouched" means that not a byte is written.
  * - Outputs are written field by field; fields named `reserved` are neither read nor written.
  * - Numbers are not checked for being finite: what is not a number travels through the formulas,
- *   and a direction computed from it is #ANGLE_INVALID, never a plausible angle.
+ *   and an angle that comes out as not a number is #ANGLE_INVALID, never a plausible one. Beware of
+ *   infinite coordinates: the direction to an infinitely far point does exist.
  * - Comparisons are exact unless a tolerance is stated. Results are bit-reproducible.
  * - Functions without state may be called from any thread at any time. Functions that store or
  *   read a base name it under "State"; a base is one per loaded library and is not locked.
@@ -251,7 +252,8 @@ KAVO_EXPORT int32_t KavoCogoCalcCrossLine(const LineDef* line1, const LineDef* l
  * @param[out] out    two points, flags 1, the one with the smaller north first. On a line of
  *                    constant north the one with the smaller east comes first.
  *
- * @retval 2                  two points.
+ * @retval 2                  two points; also when a number that is not one makes them undecided,
+ *                            and the points hold it.
  * @retval 1                  the line touches: both records hold the one point.
  * @retval 0                  no intersection: `north` and `east` hold #VALUE_INVALID; on a line of
  *                            constant north `north` holds the line's.
@@ -278,7 +280,8 @@ KAVO_EXPORT int32_t KavoCogoCalcCrossLineCircle(const LineDef* line, const Coord
  * @param[out] out     two points, flags 1: first the one to the right of the direction from the
  *                     first centre to the second, then the one to its left.
  *
- * @retval 2            two points.
+ * @retval 2            two points; also when a number that is not one makes them undecided, and the
+ *                      points hold it.
  * @retval 1            the circles touch: both records hold the one point. Points that rounding
  *                      sets apart count as two.
  * @retval 0            no intersection. Concentric circles leave `out` untouched, others leave
@@ -357,7 +360,8 @@ KAVO_EXPORT int32_t KavoCogoOffsetToCoord(const CoordPt* a, const CoordPt* b, do
  * @param[in] rotation  angle to turn by; positive is clockwise.
  * @param[in] offset    shift across the turned line, metres; positive to the right.
  * @param[out] out      the new line, in the mode of the old one. All fields but `reserved` are
- *                      written; those that the transformation does not concern are copies.
+ *                      written; those that the transformation does not concern are copies, unknown
+ *                      flags included.
  *
  * @retval STATUS_OK          `out` is written.
  * @retval ERR_NO_DIRECTION   the line's two points coincide in plan; `out` is untouched.
@@ -375,6 +379,8 @@ KAVO_EXPORT int32_t KavoCogoOffsetToCoord(const CoordPt* a, const CoordPt* b, do
  *   between one and two full circles, and reduce the result; the offset of such a line is taken
  *   across the normalised direction, so it needs this too. The points of a line by two points are
  *   not affected.
+ * - A line by two points whose azimuth is not a number keeps its `direction`; a rotation that
+ * brings the second point onto the first leaves the offset out. Both are #STATUS_OK.
  * - In #LINE_MODE_TWO_POINTS an offset gives the points an elevation as #KavoCogoOffsetToCoord
  * does; a rotation without offset keeps their elevations.
  */

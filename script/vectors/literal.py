@@ -5,7 +5,7 @@ Nothing is arranged for speed or for reuse. Each function performs the operation
 their order, in IEEE doubles and wrapping 32-bit integers, so that the library can be compared with
 it to the bit. Lengths are metres, integer angles 1/16 arc-second, other angles radians.
 
-Run as a program it writes the vector files beside it; with --check it only compares them.
+Run as a program it writes the files in tests/vectors; with --check it only compares them.
 """
 
 import argparse
@@ -25,6 +25,8 @@ from records import (ANGLE_INVALID, ERR_NO_DIRECTION, ERR_PARALLEL, ERR_POINT_IN
                      F64, HALF_CIRCLE, HAS_ELEV, HAS_NE, I16, I32, QUARTER_CIRCLE, SLOPE_VERTICAL,
                      STATUS_OK, TWO_POINTS, VALUE_INVALID, AngDistRec, CoordPt, LineDef, SlopeRec,
                      input_tokens, output_tokens, untouched)
+
+VECTORS = Path(__file__).resolve().parents[2] / "tests" / "vectors"
 
 PARALLEL_SLOPES = float.fromhex("0x1.4f8b588e368f1p-17")  # 1e-5
 
@@ -388,8 +390,9 @@ HEADER = """\
 # Inputs and results, to the bit, of
 #   {exports}.
 #
-# Written by literal.py from the bare formulas, not by the library; do not edit. Corners chosen by
-# hand come first, then random cases from a fixed seed. check_vectors compares the library with it.
+# Written by script/vectors/literal.py from the bare formulas, not by the library; do not edit.
+# Corners chosen by hand come first, then random cases from a fixed seed. check_vectors compares the
+# library with it.
 # Cases whose result hangs on a sine, cosine, tangent or hypotenuse that good mathematics libraries
 # may round differently are left out.
 #
@@ -451,7 +454,7 @@ def main() -> int:
     check = parser.parse_args().check
     failures = 0
     for family in FAMILIES:
-        path = Path(__file__).with_name(family + ".vec")
+        path = VECTORS / (family + ".vec")
         text = text_of(family)
         if not check:
             path.write_text(text, encoding="ascii")
