@@ -11,16 +11,10 @@ namespace kavo_app {
 namespace {
 
 constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
+constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
 
-bool IsAngle(Kind kind) {
-  return kind == Kind::kAzimuth || kind == Kind::kZenith || kind == Kind::kAngle;
-}
-
-// Any angle can stand for any other; of everything else only the same kind.
-bool Compatible(Kind a, Kind b) { return a == b || (IsAngle(a) && IsAngle(b)); }
-
-std::optional<std::size_t> OnlyOutput(const Service& service, Kind wanted) {
-  const auto fits = [wanted](const Field& field) { return Compatible(field.kind, wanted); };
+std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {
+  const auto fits = [&wanted](const Field& field) { return Fits(field, wanted); };
   if (std::ranges::count_if(service.outputs, fits) != 1) {
     return std::nullopt;
   }
@@ -30,12 +24,12 @@ std::optional<std::size_t> OnlyOutput(const Service& service, Kind wanted) {
 
 // A service's only point is expected by its components, several points each by its name.
 std::vector<std::string_view> ExpectableNames(const Service& service) {
-  const auto onlyPoint = OnlyOutput(service, Kind::kPoint);
+  const auto onlyPoint = OnlyOutput(service, kAnyPoint);
   std::vector<std::string_view> names;
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
     if (i == onlyPoint) {
       names.insert(names.end(), kComponents.begin(), kComponents.end());
-    } else if (service.outputs[i].kind != Kind::kLine) {
+    } else if (ShowsItself(service.outputs[i].kind)) {
       names.push_back(service.outputs[i].name);
     }
   }
@@ -72,7 +66,7 @@ const CoordPt* Names::FindPoint(std::string_view name) const {
   return point == points_.end() ? nullptr : &point->second;
 }
 
-std::optional<ResultRef> Names::FindResult(std::string_view text, Kind wanted) const {
+std::optional<ResultRef> Names::FindResult(std::string_view text, const Field& wanted) const {
   if (const auto step = steps_.find(text); step != steps_.end()) {
     const auto output = OnlyOutput(*step->second.service, wanted);
     return output ? std::optional(ResultRef{step->second.index, *output}) : std::nullopt;
@@ -84,7 +78,7 @@ std::optional<ResultRef> Names::FindResult(std::string_view text, Kind wanted) c
   }
   const auto& outputs = step->second.service->outputs;
   const auto output = FindField(outputs, text.substr(dot + 1));
-  if (!output || !Compatible(outputs[*output].kind, wanted)) {
+  if (!output || !Fits(outputs[*output], wanted)) {
     return std::nullopt;
   }
   return ResultRef{step->second.index, *output};
@@ -113,7 +107,7 @@ void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
     return;
   }
   const auto expect = step.Inner(step.TableOf(*node, "expect"), "expect");
-  const auto onlyPoint = OnlyOutput(*out.service, Kind::kPoint);
+  const auto onlyPoint = OnlyOutput(*out.service, kAnyPoint);
   expect.Only(ExpectableNames(*out.service));
   for (std::size_t i = 0; i < out.service->outputs.size(); ++i) {
     const Field& field = out.service->outputs[i];
@@ -148,6 +142,8 @@ Input InputReader::ReadNode(const TomlReader& at, const toml::node& node,
       return ReadPoints(at, node, field);
     case Kind::kLine:
       return ReadLine(at, node, field);
+    case Kind::kFigure:
+      return ReadResult(at, node, field, at.TextOf(node, field.name));
     default:
       return ReadScalar(at, node, field);
   }
@@ -224,7 +220,7 @@ Input InputReader::ReadScalar(const TomlReader& at, const toml::node& node,
 
 Input InputReader::ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
                               std::string_view text) const {
-  const auto result = names_.FindResult(text, field.kind);
+  const auto result = names_.FindResult(text, field);
   if (!result) {
     at.Fail(
         node, field.name,

@@ -23,8 +23,8 @@ class Names {
   /// True when a point or step has the name.
   bool Taken(std::string_view name) const;
   const CoordPt* FindPoint(std::string_view name) const;
-  /// The result "step.field", or the only result of the wanted kind of "step".
-  std::optional<ResultRef> FindResult(std::string_view text, Kind wanted) const;
+  /// The result "step.field", or the only result of "step" that fits the wanted field.
+  std::optional<ResultRef> FindResult(std::string_view text, const Field& wanted) const;
 
  private:
   struct Known {

@@ -105,6 +105,9 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   }
   Json outputs = Json::object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
+    if (step.service->outputs[i].kind == Kind::kFigure) {
+      continue;  // the inputs say all of it
+    }
     outputs[std::string(step.service->outputs[i].name)] = ValueJson(outcome.outputs[i], unit);
   }
   json["outputs"] = outputs;

@@ -134,7 +134,7 @@ class TextReporter {
       const auto name = std::string(fields[i].name);
       if (fields[i].kind == Kind::kPoint) {
         AddPointCells(value, points > 1 ? name + '.' : "", table, cells);
-      } else if (fields[i].kind != Kind::kLine) {  // a line shows in its points and azimuth
+      } else if (ShowsItself(fields[i].kind)) {
         cells.push_back({name, std::string(InfoOf(fields[i].kind).unit), ValueText(value)});
       }
     }

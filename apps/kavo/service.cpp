@@ -13,6 +13,7 @@ const KindInfo& InfoOf(Kind kind) {
   static constexpr KindInfo kPoint{"m", "name, or {north, east, elev}"};
   static constexpr KindInfo kPoints{"m", "list of points"};
   static constexpr KindInfo kLine{"m", "name, {from, to}, or {from, azimuth}"};
+  static constexpr KindInfo kFigure{"", "name of the step that sets it"};
   static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
   static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
   static constexpr KindInfo kArea{"m2", "number, or \"@step.field\""};
@@ -25,6 +26,8 @@ const KindInfo& InfoOf(Kind kind) {
       return kPoints;
     case Kind::kLine:
       return kLine;
+    case Kind::kFigure:
+      return kFigure;
     case Kind::kAzimuth:
     case Kind::kZenith:
     case Kind::kAngle:
@@ -40,6 +43,12 @@ const KindInfo& InfoOf(Kind kind) {
   }
   return kRatio;
 }
+
+bool IsAngle(Kind kind) {
+  return kind == Kind::kAzimuth || kind == Kind::kZenith || kind == Kind::kAngle;
+}
+
+bool ShowsItself(Kind kind) { return kind != Kind::kLine && kind != Kind::kFigure; }
 
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name) {
   const auto field = std::ranges::find(fields, name, &Field::name);
@@ -68,6 +77,15 @@ const StatusRow* FindStatus(const Service& service, std::int32_t code) {
   const auto row = std::ranges::find(service.statuses, code, &StatusRow::code);
   return row == service.statuses.end() ? nullptr : &*row;
 }
+
+bool Fits(const Field& given, const Field& wanted) {
+  if (given.kind == Kind::kFigure) {
+    return wanted.kind == Kind::kFigure && given.name == wanted.name;
+  }
+  return given.kind == wanted.kind || (IsAngle(given.kind) && IsAngle(wanted.kind));
+}
+
+Figure FigureOf(const Inputs& in) { return std::make_shared<const Inputs>(in); }
 
 Value OrNothing(double number) { return number == VALUE_INVALID ? Value{} : Value{number}; }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -18,6 +19,7 @@ enum class Kind {
   kPoint,
   kPoints,
   kLine,
+  kFigure,
   kAzimuth,
   kZenith,
   kAngle,
@@ -27,10 +29,17 @@ enum class Kind {
   kRatio
 };
 
+class Inputs;
+
+/// A base that a step has set, such as a reference line: the inputs that set it. Every step that
+/// measures against it sets it again first, so that no two bases of a job get into each other's
+/// way.
+using Figure = std::shared_ptr<const Inputs>;
+
 /// A field's value. An IntAngle for azimuths, zenith angles and angles; a double, in metres, square
-/// metres, per cent or none, for the rest; no value where there is none.
+/// metres, per cent or none, for the other numbers; no value where there is none.
 using Value =
-    std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, std::vector<CoordPt>>;
+    std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, std::vector<CoordPt>, Figure>;
 
 /// True when there is a value.
 inline bool Available(const Value& value) { return value.index() != 0; }
@@ -42,9 +51,16 @@ struct KindInfo {
 };
 const KindInfo& InfoOf(Kind kind);
 
+/// True for azimuths, zenith angles and angles.
+bool IsAngle(Kind kind);
+
+/// True for what shows by itself in a report. Lines and figures show in the points and numbers
+/// beside them.
+bool ShowsItself(Kind kind);
+
 enum class Need { kRequired, kOptional };
 
-/// One input or output of a service.
+/// One input or output of a service. A figure fits every field of its own name and no other.
 struct Field {
   std::string_view name;
   Kind kind;
@@ -71,6 +87,8 @@ class Inputs {
     return Get<std::vector<CoordPt>>(name);
   }
   const LineDef& Line(std::string_view name) const { return Get<LineDef>(name); }
+  /// The inputs of the step that set the base.
+  const Inputs& Base(std::string_view name) const { return *Get<Figure>(name); }
   IntAngle Angle(std::string_view name) const { return Get<IntAngle>(name); }
   double Number(std::string_view name) const { return Get<double>(name); }
   /// The number, or `absent` when the job does not give it.
@@ -117,11 +135,18 @@ std::span<const Service> Services();
 /// The service of that name; null when there is none.
 const Service* FindService(std::string_view name);
 
+/// True when a value of one field can stand for the other: of the same kind, and a figure of the
+/// same name. Angles of all kinds can stand for each other.
+bool Fits(const Field& given, const Field& wanted);
+
 /// The row of a status; null when the service has none for it.
 const StatusRow* FindStatus(const Service& service, std::int32_t code);
 
 /// A field's place in a list of fields, if it is there.
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name);
+
+/// The base that a step sets, for its output.
+Figure FigureOf(const Inputs& in);
 
 /// An output as a value: none for what the library marks as not available.
 Value OrNothing(double number);
