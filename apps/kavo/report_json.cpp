@@ -99,9 +99,10 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
             {"good", outcome.Good()}};
   if (outcome.ran) {
     json["status"] = outcome.status;
-    json["meaning"] = outcome.statusRow->sentence;
-  } else {
-    json["skipped"] = outcome.skipped;
+  }
+  json["meaning"] = outcome.sentence;
+  if (!outcome.note.empty()) {
+    json["note"] = outcome.note;
   }
   Json outputs = Json::object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {

@@ -182,15 +182,18 @@ class TextReporter {
   void Results(std::size_t index) {
     const Step& step = job_.steps[index];
     const Outcome& outcome = outcomes_[index];
-    if (!outcome.ran || !outcome.statusRow->success) {
-      Item("status", Sentence(outcome));
+    if (!outcome.success) {
+      Item("status", outcome.sentence);
     } else {
       for (const auto& cell : OutputCells(index, false)) {
         const bool bare = cell.text == kNone || cell.unit == "angle" || cell.unit.empty();
         Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
       }
-      if (outcome.statusRow->code != STATUS_OK) {
-        Item("status", Sentence(outcome));
+      if (outcome.status != STATUS_OK || !ShowsSomething(step)) {
+        Item("status", outcome.sentence);
+      }
+      if (!outcome.note.empty()) {
+        Item("note", outcome.note);
       }
     }
     for (std::size_t i = 0; i < step.expected.size(); ++i) {
@@ -201,8 +204,8 @@ class TextReporter {
     }
   }
 
-  static std::string Sentence(const Outcome& outcome) {
-    return outcome.ran ? std::string(outcome.statusRow->sentence) : outcome.skipped;
+  static bool ShowsSomething(const Step& step) {
+    return std::ranges::any_of(step.service->outputs, ShowsItself, &Field::kind);
   }
 
   std::vector<Cell> TableRow(std::size_t index, std::size_t first, std::size_t last) const {
@@ -228,8 +231,8 @@ class TextReporter {
   }
 
   static std::string RowVerdict(const Outcome& outcome) {
-    if (!outcome.ran || !outcome.statusRow->success) {
-      return Sentence(outcome);
+    if (!outcome.success) {
+      return outcome.sentence;
     }
     std::string worst;
     for (const auto& comparison : outcome.comparisons) {
@@ -238,7 +241,8 @@ class TextReporter {
         worst = verdict;
       }
     }
-    return worst;
+    return worst.empty() || outcome.note.empty() ? worst + outcome.note
+                                                 : worst + ", " + outcome.note;
   }
 
   void Table(std::size_t first, std::size_t last) {

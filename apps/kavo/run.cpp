@@ -9,16 +9,13 @@
 namespace kavo_app {
 namespace {
 
-constexpr StatusRow kNotFinite{STATUS_OK, false,
-                               "the result is not a finite number: check the size of the inputs"};
-
 bool IsFinite(const CoordPt& point) {
   return std::isfinite(point.north) && std::isfinite(point.east) &&
          ((point.flags & COORD_HAS_ELEV) == 0 || std::isfinite(point.elev));
 }
 
 // The numbers of an output; a line has its points beside it.
-bool IsFinite(const Value& value) {
+bool IsFiniteValue(const Value& value) {
   if (const auto* point = std::get_if<CoordPt>(&value)) {
     return IsFinite(*point);
   }
@@ -41,36 +38,45 @@ class Runner {
  private:
   Outcome RunStep(const Step& step) const {
     Outcome outcome;
+    outcome.outputs.resize(step.service->outputs.size());
     for (const auto& input : step.inputs) {
       if (const auto missing = MissingResult(input)) {
         outcome.inputs.clear();
-        outcome.skipped = fmt::format("skipped: \"{}\" has no result", job_.steps[*missing].name);
-        outcome.outputs.resize(step.service->outputs.size());
+        outcome.sentence = fmt::format("skipped: \"{}\" has no result", job_.steps[*missing].name);
         outcome.comparisons.resize(step.expected.size());
         return outcome;
       }
       outcome.inputs.push_back(ValueOf(input));
     }
-    auto answer = step.service->call(Inputs(step.service->inputs, outcome.inputs));
-    outcome.ran = true;
-    outcome.status = answer.status;
-    outcome.statusRow = FindStatus(*step.service, answer.status);
-    if (outcome.statusRow == nullptr || answer.outputs.size() != step.service->outputs.size()) {
-      throw std::logic_error(fmt::format("service {}: its table does not fit status {}",
-                                         step.service->name, answer.status));
-    }
-    outcome.outputs = std::move(answer.outputs);
-    if (outcome.statusRow->success &&
-        !std::ranges::all_of(outcome.outputs, [](const Value& value) { return IsFinite(value); })) {
-      outcome.statusRow = &kNotFinite;
-    }
-    if (!outcome.statusRow->success) {
-      std::ranges::fill(outcome.outputs, Value{});
-    }
+    Take(step, step.service->call(Inputs(step.service->inputs, outcome.inputs)), outcome);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
     }
     return outcome;
+  }
+
+  // What the service answered; outputs stay without value when there is no result.
+  static void Take(const Step& step, Answer answer, Outcome& outcome) {
+    const auto* row = FindStatus(*step.service, answer.status);
+    if (row == nullptr || answer.outputs.size() != outcome.outputs.size()) {
+      throw std::logic_error(fmt::format("service {}: its table does not fit status {}",
+                                         step.service->name, answer.status));
+    }
+    outcome.ran = true;
+    outcome.status = answer.status;
+    outcome.sentence = row->sentence;
+    outcome.success = row->success;
+    if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
+      answer.trouble = "the result is not a finite number: check the size of the inputs";
+    }
+    if (!answer.trouble.empty()) {
+      outcome.success = false;
+      outcome.sentence = std::move(answer.trouble);
+    }
+    if (outcome.success) {
+      outcome.note = std::move(answer.note);
+      outcome.outputs = std::move(answer.outputs);
+    }
   }
 
   // The step whose result an input needs and that has none.
@@ -164,7 +170,7 @@ class Runner {
 }  // namespace
 
 bool Outcome::Good() const {
-  return ran && statusRow->success && std::ranges::all_of(comparisons, [](const auto& comparison) {
+  return success && std::ranges::all_of(comparisons, [](const auto& comparison) {
            return Available(comparison.computed) && comparison.within.value_or(true);
          });
 }

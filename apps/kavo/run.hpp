@@ -21,14 +21,15 @@ struct Comparison {
 /// What became of a step.
 struct Outcome {
   bool ran = false;
-  std::int32_t status = 0;               ///< Of the export; only when it ran.
-  const StatusRow* statusRow = nullptr;  ///< Null when the step did not run.
-  std::string skipped;                   ///< Why it did not run.
-  std::vector<Value> inputs;             ///< As the call got them; only when it ran.
-  std::vector<Value> outputs;            ///< In the order of the service's outputs.
-  std::vector<Comparison> comparisons;   ///< One for each expectation.
+  bool success = false;                 ///< It ran, and its outputs hold a result.
+  std::int32_t status = 0;              ///< Of the export; only when it ran.
+  std::string sentence;                 ///< What the status means, or why there is no result.
+  std::string note;                     ///< What a reader of the result must know; may be empty.
+  std::vector<Value> inputs;            ///< As the call got them; only when it ran.
+  std::vector<Value> outputs;           ///< In the order of the service's outputs.
+  std::vector<Comparison> comparisons;  ///< One for each expectation.
 
-  /// True when the export succeeded and nothing expected is out of tolerance.
+  /// True when there is a result and nothing expected is missing or out of tolerance.
   bool Good() const;
 };
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -111,11 +112,13 @@ class Inputs {
   std::vector<Value> values_;
 };
 
-/// What a call gave: the export's status (STATUS_OK for an export without one), and a value for
-/// each output field in the table's order.
+/// What a call gave.
 struct Answer {
-  std::int32_t status;
-  std::vector<Value> outputs;
+  std::int32_t status;         ///< Of the export; STATUS_OK for an export without one.
+  std::vector<Value> outputs;  ///< One for each output field, in the table's order.
+  std::string note{};  ///< What a reader of the result must know beyond the table; or empty.
+  /// Why there is no result although the export reports none missing; or empty.
+  std::string trouble{};
 };
 
 /// One service: a row of the table.
