@@ -11,13 +11,15 @@
  *   Vertical angles are zenith angles: 0 is straight up, a quarter circle is level, a half circle
  *   straight down; a reading beyond half a circle was taken on face 2.
  * - "Right" and "left" are those of a map with north up, looking along the stated direction.
- * - Inputs come first, outputs last. Pointers are never null, unless a parameter says that it may
- *   be, and an output never overlaps an input or another output.
+ * - Inputs come first, outputs last, but for the offset measurements. Pointers are never null,
+ *   unless a parameter says that it may be. An output never overlaps an input or another output.
  * - The library keeps no pointer beyond the call and never frees what it is handed.
  * - A function that returns `int32_t` returns a status: #STATUS_OK, a positive count of solutions
- *   where it says so, or a negative code. Each function lists all statuses that it can return and
- *   what its outputs hold under each. "Untouched" means that not a byte is written.
- * - Outputs are written field by field; fields named `reserved` are neither read nor written.
+ *   where it says so, or a negative code; a `WARN_` code is negative too, but the call has done its
+ *   work. Each function lists all statuses that it can return and what its outputs hold under each.
+ *   "Untouched" means that not a byte is written.
+ * - Outputs are written field by field; fields named `reserved` are neither read nor written, with
+ *   one exception, named at #KavoCalc2PtTarget.
  * - Numbers are not checked for being finite: what is not a number travels through the formulas,
  *   and an angle that comes out as not a number is #ANGLE_INVALID, never a plausible one. Beware of
  *   infinite coordinates: the direction to an infinitely far point does exist.
@@ -81,11 +83,18 @@ typedef int32_t IntAngle;
  * @{
  */
 
-#define STATUS_OK 0               /**< Success; every output is written. */
-#define ERR_REFUSED (-1)          /**< An argument out of range, or a figure with itself. */
-#define ERR_NO_DIRECTION (-1200)  /**< Two defining points coincide: no direction, no distance. */
-#define ERR_POINT_INVALID (-1201) /**< A point lacks a position, or a height that is needed. */
-#define ERR_PARALLEL (-1206)      /**< The lines are parallel. */
+#define STATUS_OK 0                 /**< Success; every output is written. */
+#define ERR_REFUSED (-1)            /**< An argument out of range, or a figure with itself. */
+#define ERR_NO_BASE (-5)            /**< Nothing to measure against has been set. */
+#define ERR_NO_DIRECTION (-1200)    /**< Defining points coincide: no direction, no distance. */
+#define ERR_POINT_INVALID (-1201)   /**< A point lacks a position, or a height it needs. */
+#define ERR_SIGHT_VERTICAL (-1202)  /**< The sight is vertical. */
+#define ERR_SIGHT_OFF_BASE (-1203)  /**< The sight is too far off the base sight. */
+#define ERR_INDETERMINATE (-1205)   /**< The geometry leaves the result open. */
+#define ERR_PARALLEL (-1206)        /**< The lines are parallel. */
+#define WARN_NO_ELEVATION (-1208)   /**< The plane's first point has no elevation. */
+#define WARN_SLOPE_VERTICAL (-1208) /**< The design slope is vertical. */
+#define WARN_SLOPE_LEVEL (-1209)    /**< The design slope is level. */
 
 /** @} */
 
@@ -416,6 +425,450 @@ KAVO_EXPORT int32_t KavoCogoCalcTransLine(const LineDef* line, IntAngle rotation
  * square metres, or reduce the coordinates by a constant.
  */
 KAVO_EXPORT double KavoCogoCalcArea(const CoordPt* points, int16_t count);
+
+/** @} */
+
+/**
+ * @name Remote elevation
+ * The height of a point that cannot carry a reflector (a cable, a girder) above a reflector set up
+ * below or above it: first the reflector is measured, then the remote point is aimed at, as often
+ * as wanted. Readings of either face are taken, each call for itself: a zenith angle of half a
+ * circle or more is reduced to face 1, and the horizontal angle turned by half a circle with it.
+ * Horizontal angles are readings of one circle, in [0, full circle).
+ *
+ * State of the family: one base, the reflector last measured. There is none at load.
+ * @{
+ */
+
+/**
+ * @brief Stores the sight to the reflector as the base of remote elevations.
+ *
+ * @param[in] base  the sight: `azimuth` (the horizontal reading, of any orientation), `zenith` and
+ *                  `slopeDist` (metres) are read; `horizDist` and `dElev` are not.
+ *
+ * @retval STATUS_OK           the base is stored.
+ * @retval ERR_SIGHT_VERTICAL  the zenith angle is within 16 units of straight up or 15 of straight
+ *                             down; there is no base now, not even an earlier one.
+ *
+ * @par State
+ * Replaces the base; a refusal removes it.
+ * @par Threads
+ * Not together with any function of the family.
+ */
+KAVO_EXPORT int32_t KavoREMSetBase(const AngDistRec* base);
+
+/**
+ * @brief Height of a remote point above the base reflector, and its distance to the side.
+ *
+ * The remote point is taken to stand at the reflector's horizontal distance.
+ *
+ * @param[in] ha      horizontal reading of the remote sight, in the orientation of the base.
+ * @param[in] zenith  zenith reading of the remote sight.
+ * @param[out] out    `elev`: height above the base reflector, metres, negative below it. `north`:
+ *                    distance of the remote sight from the base sight, across it, metres, positive
+ *                    to the right. `east` is 0 and `flags` 3, always and whatever the status. It is
+ *                    a height and a distance, not a point.
+ *
+ * @retval STATUS_OK           `elev` and `north` are written.
+ * @retval ERR_NO_BASE         there is no base; `north` and `elev` hold #VALUE_INVALID.
+ * @retval ERR_SIGHT_VERTICAL  the zenith angle is within 16 units of straight up or 15 of straight
+ *                             down; `elev` holds #VALUE_INVALID, `north` is untouched.
+ * @retval ERR_SIGHT_OFF_BASE  the remote sight lies a quarter circle (more than 5183984 units) or
+ *                             more beside the base sight; `north` holds #VALUE_INVALID, `elev` is
+ *                             written.
+ *
+ * @par State
+ * Reads the base.
+ * @par Threads
+ * Any, while #KavoREMSetBase is not running.
+ * @par Notes
+ * elev = horizontal base distance * (cot(zenith) - cot(base zenith)); north = horizontal base
+ * distance * tan(horizontal angle from the base sight).
+ */
+KAVO_EXPORT int32_t KavoREMCalc(IntAngle ha, IntAngle zenith, CoordPt* out);
+
+/** @} */
+
+/**
+ * @name Remote distance
+ * @{
+ */
+
+/** Distances and direction from one point to another; 32 bytes. */
+typedef struct RdmResult {
+  double slopeDist; /**< Slope distance, metres. */
+  double horizDist; /**< Horizontal distance, metres. */
+  double dElev;     /**< Height difference, second point minus first, metres. */
+  IntAngle azimuth; /**< Direction from the first point to the second, or #ANGLE_INVALID. */
+  int32_t reserved; /**< Fills the record; never read or written. */
+} RdmResult;
+
+/**
+ * @brief Distances and direction between two measured points.
+ *
+ * @param[in] first   from here; needs #COORD_HAS_NE.
+ * @param[in] second  to here; needs #COORD_HAS_NE.
+ * @param[out] out    `azimuth` in [0, full circle). Unless both points have an elevation,
+ *                    `slopeDist` equals `horizDist` and `dElev` is 0.
+ *
+ * @retval STATUS_OK          all four fields are written. `azimuth` is #ANGLE_INVALID when a
+ *                            coordinate is not a number or `horizDist` is 0.
+ * @retval ERR_NO_DIRECTION   the points have one plane position. All four fields are written all
+ *                            the same, `azimuth` as #ANGLE_INVALID: with two elevations `slopeDist`
+ *                            and `dElev` hold the vertical separation.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE; `out` is untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * When the first point's elevation is given and not a number, points with one plane position answer
+ * #STATUS_OK.
+ */
+KAVO_EXPORT int32_t KavoRDMCalcByCoord(const CoordPt* first, const CoordPt* second, RdmResult* out);
+
+/** @} */
+
+/**
+ * @name Slope staking
+ * A measured point against a design slope that is given in cross-section, by two points with their
+ * elevations and their offsets from the reference (centre) line. Offsets are negative to the left.
+ *
+ * State of the family: one slope, the one last set. There is none at load.
+ * @{
+ */
+
+/** A measured point against the slope; 24 bytes. */
+typedef struct SlopeStakeResult {
+  /** How far the point lies outside the slope at the point's elevation, metres: positive farther
+   * from the reference than the slope, negative nearer, on either side. #VALUE_INVALID for a level
+   * slope. */
+  double horizDiff;
+  /** Elevation of the point above the slope at the point's offset, metres; negative below it.
+   * #VALUE_INVALID for a vertical slope. */
+  double vertDiff;
+  double horizDist; /**< Horizontal distance from the reference point, metres. */
+} SlopeStakeResult;
+
+/**
+ * @brief Stores a design slope.
+ *
+ * @param[in] elev1    elevation of the first point, metres.
+ * @param[in] offset1  offset of the first point, metres; negative to the left.
+ * @param[in] elev2    elevation of the second point, metres.
+ * @param[in] offset2  offset of the second point, metres; not on the other side of the first.
+ *
+ * @retval STATUS_OK            the slope is stored.
+ * @retval WARN_SLOPE_VERTICAL  the offsets are equal: a vertical slope is stored.
+ * @retval WARN_SLOPE_LEVEL     the elevations are equal: a level slope is stored.
+ * @retval ERR_REFUSED          the two points are one, or lie on opposite sides of the reference;
+ *                              there is no slope now, not even an earlier one.
+ *
+ * @par State
+ * Replaces the slope; a refusal removes it.
+ * @par Threads
+ * Not together with any function of the family.
+ * @par Notes
+ * The slope is on the left when one offset is negative, else on the right.
+ */
+KAVO_EXPORT int32_t KavoBRSetSlope(double elev1, double offset1, double elev2, double offset2);
+
+/**
+ * @brief Compares a measured point with the design slope.
+ *
+ * @param[in] reference  point of the reference line in this cross-section; needs #COORD_HAS_NE.
+ * @param[in] point      the measured point; needs #COORD_HAS_NE and #COORD_HAS_ELEV.
+ * @param[out] out       where the point lies; see #SlopeStakeResult.
+ *
+ * @retval STATUS_OK            `out` is written.
+ * @retval WARN_SLOPE_VERTICAL  `out` is written, with `vertDiff` #VALUE_INVALID.
+ * @retval WARN_SLOPE_LEVEL     `out` is written, with `horizDiff` #VALUE_INVALID.
+ * @retval ERR_NO_BASE          there is no slope; `out` is untouched.
+ * @retval ERR_POINT_INVALID    a point lacks what it needs; `out` is untouched.
+ * @retval ERR_NO_DIRECTION     the points have one plane position; `out` is untouched.
+ *
+ * @par State
+ * Reads the slope.
+ * @par Threads
+ * Any, while #KavoBRSetSlope is not running.
+ * @par Notes
+ * The distance between the two points is taken for the measured point's offset, on the side of the
+ * slope: on which side of the reference the point was measured is not looked at.
+ */
+KAVO_EXPORT int32_t KavoBRCalc(const CoordPt* reference, const CoordPt* point,
+                               SlopeStakeResult* out);
+
+/** @} */
+
+/**
+ * @name Two-point target
+ * @{
+ */
+
+/**
+ * @brief The hidden point on the axis of a pole that carries two reflectors.
+ *
+ * @param[in] first        the reflector farther from the hidden point; needs #COORD_HAS_NE and
+ *                         #COORD_HAS_ELEV.
+ * @param[in] second       the reflector nearer to it; needs the same.
+ * @param[in] nominal      known distance between the reflectors, metres; 0 takes the measured one.
+ * @param[in] target       distance from the second reflector on to the hidden point, metres.
+ * @param[out] separation  measured distance between the reflectors, metres: compare it with the
+ *                         nominal one.
+ * @param[out] out         the hidden point, flags 3.
+ *
+ * @retval STATUS_OK          both outputs are written.
+ * @retval ERR_REFUSED        `nominal` or `target` is negative or not a number; both outputs are
+ *                            untouched.
+ * @retval ERR_NO_DIRECTION   the reflectors coincide in space; both outputs are untouched.
+ * @retval ERR_POINT_INVALID  a reflector lacks what it needs; both outputs are untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * - The measured vector is divided by the nominal separation: one that differs from the measured
+ *   separation stretches or shrinks the extension, which is then not `target` long.
+ * - With `target` 0 the hidden point is a copy of the whole second record, `reserved` included.
+ */
+KAVO_EXPORT int32_t KavoCalc2PtTarget(const CoordPt* first, const CoordPt* second, double nominal,
+                                      double target, double* separation, CoordPt* out);
+
+/** @} */
+
+/**
+ * @name Offset measurements
+ * Points that the reflector cannot occupy, computed from points that it can. The computed point is
+ * handed to the host's model of the instrument, and what comes back is reported: the readings to
+ * the point and the point itself.
+ *
+ * The library as shipped has no such model: every success then reports readings of 0, a distance
+ * of 0 and a point with north, east and elevation 0 and flags 3. A host build brings its own model
+ * (src/core/host.hpp). When it says that the instrument is on face 2, the readings are reported for
+ * face 2: `ha` turned by half a circle, `va` as a full circle less the zenith angle.
+ *
+ * Every parameter `hookValue` goes to the host as it is; the parameters `unused` are not read.
+ * @{
+ */
+
+/** Readings and a distance; 16 bytes. */
+typedef struct AngleDistObs {
+  IntAngle ha; /**< Horizontal direction. */
+  IntAngle va; /**< Zenith angle. */
+  double dist; /**< Distance, metres. */
+} AngleDistObs;
+
+/**
+ * @brief Offset to a corner: foot of the perpendicular from a point to a wall by two points.
+ *
+ * @param[in] a          first point of the wall; its flags are not looked at.
+ * @param[in] b          second point of the wall; its flags are not looked at.
+ * @param[in] p          a point of the other wall, which meets the first at a right angle; needs
+ *                       #COORD_HAS_NE and #COORD_HAS_ELEV. The corner takes its elevation.
+ * @param[in] unused     not read.
+ * @param[out] obsOut    readings to the corner, by the host.
+ * @param[out] ptOut     the corner, by the host; flags 3.
+ * @param[in] hookValue  for the host, metres.
+ *
+ * @retval STATUS_OK          both outputs are written, whatever the host's model answered.
+ * @retval ERR_NO_DIRECTION   `a` and `b` coincide in plan; both outputs are untouched.
+ * @retval ERR_POINT_INVALID  `p` lacks what it needs; both outputs are untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any that the host allows.
+ */
+KAVO_EXPORT int32_t KavoCalcOfsCorner3Pt(const CoordPt* a, const CoordPt* b, const CoordPt* p,
+                                         double unused, AngleDistObs* obsOut, CoordPt* ptOut,
+                                         double hookValue);
+
+/**
+ * @brief Offset to a corner: intersection of two walls by two points each.
+ *
+ * @param[in] a1         first point of the first wall; its flags are not looked at.
+ * @param[in] b1         second point of the first wall; its flags are not looked at.
+ * @param[in] a2         first point of the second wall; its flags are not looked at.
+ * @param[in] b2         second point of the second wall; needs #COORD_HAS_NE and #COORD_HAS_ELEV.
+ *                       The corner takes its elevation.
+ * @param[in] unused     not read.
+ * @param[out] obsOut    readings to the corner, by the host.
+ * @param[out] ptOut     the corner, by the host; flags 3.
+ * @param[in] hookValue  for the host, metres.
+ *
+ * @retval STATUS_OK          both outputs are written, whatever the host's model answered.
+ * @retval ERR_INDETERMINATE  the walls are parallel, or a wall's points coincide in plan. `obsOut`
+ *                            is untouched; `ptOut` holds #VALUE_INVALID in `north` and `east`, 0 in
+ *                            `elev`, flags 1.
+ * @retval ERR_POINT_INVALID  `b2` lacks what it needs. `obsOut` is untouched; `ptOut` holds the
+ *                            intersection in plan, `elev` 0, flags 1.
+ * @retval ERR_NO_DIRECTION   the length of a wall is lost to underflow (below 1e-160 metres);
+ *                            outputs as with #ERR_POINT_INVALID.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any that the host allows.
+ * @par Notes
+ * Only walls of exactly equal slope (east per north) are parallel: whoever takes walls that meet
+ * under a small angle gets a corner as uncertain as that, at worst one that is not finite.
+ */
+KAVO_EXPORT int32_t KavoCalcOfsCorner4Pt(const CoordPt* a1, const CoordPt* b1, const CoordPt* a2,
+                                         const CoordPt* b2, double unused, AngleDistObs* obsOut,
+                                         CoordPt* ptOut, double hookValue);
+
+/**
+ * @brief Offset to a point on an inclined line, aimed at without a distance.
+ *
+ * The sighting is crossed in plan with the vertical plane through the line; the point is the one of
+ * the line, in space, at that position. The sighting's zenith angle does not enter its height.
+ *
+ * @param[in] a                 first point of the line; needs #COORD_HAS_NE. Its `elev` is used
+ *                              whatever its flags say.
+ * @param[in] b                 second point of the line; needs #COORD_HAS_NE and #COORD_HAS_ELEV.
+ * @param[in] ha                direction of the sighting, an azimuth; of either face.
+ * @param[in] va                zenith angle of the sighting.
+ * @param[in] station           the station; its flags are not looked at.
+ * @param[in] instrumentHeight  height of the instrument, metres.
+ * @param[out] obsOut           readings to the point, by the host.
+ * @param[out] ptOut            the point, by the host; flags 3.
+ * @param[in] hookValue         for the host, metres.
+ *
+ * @retval STATUS_OK          the host's model could observe the point; both outputs are written.
+ * @retval ERR_REFUSED        so answers the library as shipped for every point that it computed.
+ *                            Both outputs are written. The model of a host build answers what it
+ *                            likes in this place, and best none of the codes below.
+ * @retval ERR_POINT_INVALID  a point lacks what it needs; both outputs are untouched.
+ * @retval ERR_NO_DIRECTION   `a` and `b` coincide in plan; both outputs are untouched.
+ * @retval ERR_INDETERMINATE  the station stands on the line's vertical plane, or the line is
+ *                            vertical as far as the numbers tell; both outputs are untouched.
+ *
+ * @par State
+ * Replaces the two-point plane (#KavoREFSet2PtBasePlane) by the one through `a` and `b`, also when
+ * the station stands on it; all other refusals leave the plane alone.
+ * @par Threads
+ * Not together with itself or any function of the two-point plane.
+ * @par Notes
+ * - A sighting that is vertical or parallel to the line is not refused: the point is then computed
+ *   from #VALUE_INVALID and means nothing. #KavoREFCalc2PtPlane with the same sighting tells: after
+ *   this call it uses the line's plane, and gives #VALUE_INVALID for such a sighting.
+ * - Whether the point lies beyond `b` is judged by the signs of both coordinate differences. On a
+ *   line that runs along an axis up to rounding, but not exactly, a point beyond `b` may therefore
+ *   come out as far on the other side of it: give the two points exactly equal coordinates there.
+ */
+KAVO_EXPORT int32_t KavoCalcOfsLineHA(const CoordPt* a, const CoordPt* b, IntAngle ha, IntAngle va,
+                                      const CoordPt* station, double instrumentHeight,
+                                      AngleDistObs* obsOut, CoordPt* ptOut, double hookValue);
+
+/**
+ * @brief Offset to the centre of a round object, from its surface and its two edges.
+ *
+ * @param[in] surface    a sighting to the surface: `ha` an azimuth, `va` a zenith angle, `dist` the
+ *                       horizontal distance along `ha`, metres.
+ * @param[in] hookValue  for the host, metres.
+ * @param[in] ha2        direction to one edge, an azimuth.
+ * @param[in] va2        zenith angle of that sighting.
+ * @param[in] ha3        direction to the other edge; which is left and which right does not matter.
+ * @param[in] va3        zenith angle of that sighting.
+ * @param[in] station    the station; its flags are not looked at.
+ * @param[in] unused     not read.
+ * @param[out] obsOut    readings to the centre, by the host.
+ * @param[in,out] ptOut  in: `elev` is the elevation handed to the host. Out: the centre, by the
+ *                       host; flags 3.
+ * @param[out] radius    radius of the object, metres.
+ *
+ * @retval STATUS_OK          all three outputs are written, whatever the host's model answered.
+ * @retval ERR_POINT_INVALID  a sighting is exactly vertical, or the surface's direction passes by
+ *                            the object; the outputs are untouched.
+ * @retval ERR_INDETERMINATE  the two edges have one direction or opposite ones; the outputs are
+ *                            untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any that the host allows.
+ * @par Notes
+ * - Each of the three sightings may be of either face: a zenith angle beyond half a circle turns
+ *   its direction by half a circle. The zenith angles serve nothing else.
+ * - A radius that is negative says that the surface was sighted in the direction opposite to the
+ *   object.
+ */
+KAVO_EXPORT int32_t KavoCalcOfsCircle(const AngleDistObs* surface, double hookValue, IntAngle ha2,
+                                      IntAngle va2, IntAngle ha3, IntAngle va3,
+                                      const CoordPt* station, double unused, AngleDistObs* obsOut,
+                                      CoordPt* ptOut, double* radius);
+
+/** @} */
+
+/**
+ * @name Two-point plane
+ * The vertical plane through two points (a facade), and sights without a distance that pierce it.
+ * Only the first point's elevation counts: heights on the plane are measured from it.
+ *
+ * State of the family: one plane, the one last set, by #KavoREFSet2PtBasePlane or by
+ * #KavoCalcOfsLineHA. There is none at load.
+ * @{
+ */
+
+/**
+ * @brief Stores the vertical plane through two points.
+ *
+ * @param[in] p1  first point; needs #COORD_HAS_NE. Its elevation, if it has one, is the level from
+ *                which heights are measured.
+ * @param[in] p2  second point; needs #COORD_HAS_NE. Its elevation is not read.
+ *
+ * @retval STATUS_OK          the plane is stored.
+ * @retval WARN_NO_ELEVATION  the plane is stored; without an elevation of `p1` there will be no
+ *                            heights on it.
+ * @retval ERR_NO_DIRECTION   the points coincide in plan; there is no plane now, not even an
+ *                            earlier one.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE; there is no plane now.
+ *
+ * @par State
+ * Replaces the plane; a refusal removes it.
+ * @par Threads
+ * Not together with any function of the family.
+ */
+KAVO_EXPORT int32_t KavoREFSet2PtBasePlane(const CoordPt* p1, const CoordPt* p2);
+
+/**
+ * @brief The point in which a sight pierces the plane.
+ *
+ * @param[in] ha                direction of the sight, an azimuth.
+ * @param[in] va                zenith angle of the sight; beyond half a circle it was read on face
+ *                              2, and the direction is turned by half a circle with it.
+ * @param[in] station           the station: `north`, `east` and `elev` are read, its flags are not
+ *                              looked at.
+ * @param[in] instrumentHeight  height of the instrument above the station, metres.
+ * @param[out] result           the point; flags 3 always.
+ * @param[out] alongPlane       horizontal distance of the point from the first base point, metres,
+ *                              positive towards the second.
+ * @param[out] heightOnPlane    height of the point above the first base point, metres; 0 when that
+ *                              has no elevation.
+ *
+ * @retval STATUS_OK          all outputs are written. When the sight is vertical or parallel to the
+ *                            plane, there is no such point and they hold #VALUE_INVALID.
+ * @retval WARN_NO_ELEVATION  as #STATUS_OK, on a plane whose first point has no elevation:
+ *                            `heightOnPlane` is 0 and the point's `elev` is that of the sight.
+ * @retval ERR_NO_BASE        there is no plane; all outputs but the flags hold #VALUE_INVALID.
+ * @retval ERR_INDETERMINATE  the station stands on the plane; outputs as with #ERR_NO_BASE.
+ *
+ * @par State
+ * Reads the plane.
+ * @par Threads
+ * Any, while no function is running that sets the plane.
+ * @par Notes
+ * - The sight is a whole line in plan: a plane behind the station is pierced too. Compare the
+ *   direction to the point with `ha` where that matters.
+ * - The station stands on the plane when its distance from the plane times the distance of the base
+ *   points is less than 5e-7 square metres. A sight is parallel to the plane when the sine of the
+ *   angle between them is below 5e-7 (about a tenth of an arc-second). Vertical is exactly so.
+ */
+KAVO_EXPORT int32_t KavoREFCalc2PtPlane(IntAngle ha, IntAngle va, const CoordPt* station,
+                                        double instrumentHeight, CoordPt* result,
+                                        double* alongPlane, double* heightOnPlane);
 
 /** @} */
 

@@ -13,6 +13,9 @@ constexpr bool HasNE(const CoordPt& p) noexcept { return (p.flags & COORD_HAS_NE
 /// True when the point's elevation is valid.
 constexpr bool HasElev(const CoordPt& p) noexcept { return (p.flags & COORD_HAS_ELEV) != 0; }
 
+/// True when the point is valid in all three dimensions.
+constexpr bool HasNEElev(const CoordPt& p) noexcept { return HasNE(p) && HasElev(p); }
+
 /// True when both points have exactly the same north and east.
 constexpr bool SamePlace(const CoordPt& a, const CoordPt& b) noexcept {
   return a.north == b.north && a.east == b.east;

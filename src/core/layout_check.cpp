@@ -30,6 +30,19 @@ static_assert(sizeof(LineDef) == 72);
 static_assert(offsetof(LineDef, p1) == 0 && offsetof(LineDef, p2) == 32);
 static_assert(offsetof(LineDef, direction) == 64 && offsetof(LineDef, mode) == 68);
 
+static_assert(sizeof(RdmResult) == 32);
+static_assert(offsetof(RdmResult, slopeDist) == 0 && offsetof(RdmResult, horizDist) == 8);
+static_assert(offsetof(RdmResult, dElev) == 16 && offsetof(RdmResult, azimuth) == 24);
+
+static_assert(sizeof(SlopeStakeResult) == 24);
+static_assert(offsetof(SlopeStakeResult, horizDiff) == 0);
+static_assert(offsetof(SlopeStakeResult, vertDiff) == 8);
+static_assert(offsetof(SlopeStakeResult, horizDist) == 16);
+
+static_assert(sizeof(AngleDistObs) == 16);
+static_assert(offsetof(AngleDistObs, ha) == 0 && offsetof(AngleDistObs, va) == 4);
+static_assert(offsetof(AngleDistObs, dist) == 8);
+
 static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
 static_assert(sizeof(kavo::ObsReply) == 56);
 static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);

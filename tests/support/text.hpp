@@ -58,4 +58,18 @@ inline std::string Text(const LineDef& line) {
          Text(line.direction) + ", mode " + Text(line.mode) + ", reserved " + Text(line.reserved);
 }
 
+inline std::string Text(const RdmResult& r) {
+  return "slopeDist " + Text(r.slopeDist) + ", horizDist " + Text(r.horizDist) + ", dElev " +
+         Text(r.dElev) + ", azimuth " + Text(r.azimuth) + ", reserved " + Text(r.reserved);
+}
+
+inline std::string Text(const SlopeStakeResult& r) {
+  return "horizDiff " + Text(r.horizDiff) + ", vertDiff " + Text(r.vertDiff) + ", horizDist " +
+         Text(r.horizDist);
+}
+
+inline std::string Text(const AngleDistObs& obs) {
+  return "ha " + Text(obs.ha) + ", va " + Text(obs.va) + ", dist " + Text(obs.dist);
+}
+
 }  // namespace kavo_test
