@@ -82,6 +82,7 @@ typedef int32_t IntAngle;
 
 #define STATUS_OK 0               /**< Success; every output is written. */
 #define ERR_REFUSED (-1)          /**< An argument out of range, or a figure with itself. */
+#define ERR_NO_BASE (-5)          /**< No base is set: none was, or the last one was refused. */
 #define ERR_NO_DIRECTION (-1200)  /**< Two defining points coincide: no direction, no distance. */
 #define ERR_POINT_INVALID (-1201) /**< A point lacks a position, or a height that is needed. */
 #define ERR_PARALLEL (-1206)      /**< The lines are parallel. */
@@ -410,6 +411,65 @@ KAVO_EXPORT int32_t KavoCogoCalcTransLine(const LineDef* line, IntAngle rotation
  * square metres, or reduce the coordinates by a constant.
  */
 KAVO_EXPORT double KavoCogoCalcArea(const CoordPt* points, int16_t count);
+
+/** @} */
+
+/**
+ * @name Reference line
+ * Points measured against a base line through two known points: set the line once with
+ * #KavoREFSetBaseLine, then call #KavoREFCalc for each point.
+ * @{
+ */
+
+/** A point measured against a reference line; 56 bytes. */
+typedef struct RefLineResult {
+  CoordPt foot;  /**< Foot of the perpendicular on the line; of an arc none: zeros and flags 0. */
+  double along;  /**< Distance along the line or arc from its start, metres; negative before it. */
+  double offset; /**< Offset across it, metres; positive to the right of the way ahead. */
+  double dElev;  /**< Height of the point above the line or arc, metres; 0 without heights. */
+} RefLineResult;
+
+/**
+ * @brief Sets the base line of the reference line.
+ *
+ * @param[in] start  first base point; needs #COORD_HAS_NE.
+ * @param[in] end    second base point; needs #COORD_HAS_NE.
+ *
+ * @retval STATUS_OK          the base line is set.
+ * @retval ERR_NO_DIRECTION   the points have the same north and east; no base line is set.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE; no base line is set.
+ *
+ * @par State
+ * Writes the base line. A refusal also removes the base line that was set before.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFCalc.
+ * @par Notes
+ * With two elevations the line has the grade from `start` to `end`; with one it is level at that
+ * elevation; with none it has no height.
+ */
+KAVO_EXPORT int32_t KavoREFSetBaseLine(const CoordPt* start, const CoordPt* end);
+
+/**
+ * @brief A point against the base line: distance along it, offset across it, foot and height.
+ *
+ * @param[in] point  the measured point; needs #COORD_HAS_NE.
+ * @param[out] out   `along` from the base line's start, `offset` and `dElev` in metres; `foot` with
+ *                   the elevation of the line and flags 3 when the point and the line have heights,
+ *                   else with `elev` 0 and flags 1, and `dElev` 0.
+ *
+ * @retval STATUS_OK          `out` is written.
+ * @retval ERR_NO_BASE        no base line is set; `out` is untouched.
+ * @retval ERR_POINT_INVALID  the point lacks #COORD_HAS_NE; `out` is untouched.
+ *
+ * @par State
+ * Reads the base line.
+ * @par Threads
+ * Any, but not at the same time as #KavoREFSetBaseLine.
+ * @par Notes
+ * With the unit vector (uN, uE) of the line and (dN, dE) from its start to the point: along =
+ * uE dE + uN dN; offset = uN dE - uE dN. The line and its grade go on beyond both base points.
+ */
+KAVO_EXPORT int32_t KavoREFCalc(const CoordPt* point, RefLineResult* out);
 
 /** @} */
 

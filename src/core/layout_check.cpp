@@ -30,6 +30,10 @@ static_assert(sizeof(LineDef) == 72);
 static_assert(offsetof(LineDef, p1) == 0 && offsetof(LineDef, p2) == 32);
 static_assert(offsetof(LineDef, direction) == 64 && offsetof(LineDef, mode) == 68);
 
+static_assert(sizeof(RefLineResult) == 56);
+static_assert(offsetof(RefLineResult, foot) == 0 && offsetof(RefLineResult, along) == 32);
+static_assert(offsetof(RefLineResult, offset) == 40 && offsetof(RefLineResult, dElev) == 48);
+
 static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
 static_assert(sizeof(kavo::ObsReply) == 56);
 static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);

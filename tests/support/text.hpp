@@ -58,4 +58,9 @@ inline std::string Text(const LineDef& line) {
          Text(line.direction) + ", mode " + Text(line.mode) + ", reserved " + Text(line.reserved);
 }
 
+inline std::string Text(const RefLineResult& r) {
+  return "foot {" + Text(r.foot) + "}, along " + Text(r.along) + ", offset " + Text(r.offset) +
+         ", dElev " + Text(r.dElev);
+}
+
 }  // namespace kavo_test
