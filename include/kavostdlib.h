@@ -85,6 +85,7 @@ typedef int32_t IntAngle;
 #define ERR_NO_BASE (-5)          /**< No base is set: none was, or the last one was refused. */
 #define ERR_NO_DIRECTION (-1200)  /**< Two defining points coincide: no direction, no distance. */
 #define ERR_POINT_INVALID (-1201) /**< A point lacks a position, or a height that is needed. */
+#define ERR_INDETERMINATE (-1205) /**< The given figure does not determine an answer. */
 #define ERR_PARALLEL (-1206)      /**< The lines are parallel. */
 
 /** @} */
@@ -421,7 +422,7 @@ KAVO_EXPORT double KavoCogoCalcArea(const CoordPt* points, int16_t count);
  * @{
  */
 
-/** A point measured against a reference line; 56 bytes. */
+/** A point measured against a reference line or a reference arc; 56 bytes. */
 typedef struct RefLineResult {
   CoordPt foot;  /**< Foot of the perpendicular on the line; of an arc none: zeros and flags 0. */
   double along;  /**< Distance along the line or arc from its start, metres; negative before it. */
@@ -470,6 +471,175 @@ KAVO_EXPORT int32_t KavoREFSetBaseLine(const CoordPt* start, const CoordPt* end)
  * uE dE + uN dN; offset = uN dE - uE dN. The line and its grade go on beyond both base points.
  */
 KAVO_EXPORT int32_t KavoREFCalc(const CoordPt* point, RefLineResult* out);
+
+/** @} */
+
+/**
+ * @name Reference arc
+ * Points measured against a circular curve in plan: define the arc once in one of three ways, then
+ * call #KavoREFCalcArc for each point.
+ *
+ * The radius has a sign. A positive one is that of a clockwise arc: it turns to the right and its
+ * centre lies to the right of the start tangent. A negative one is that of an anticlockwise arc.
+ * Tangents are azimuths in the sense of travel.
+ * @{
+ */
+
+#pragma pack(push, 4)
+/**
+ * The parameters of the reference arc; 28 bytes, aligned to 4. Packed (a pragma that gcc, clang and
+ * MSVC share), for its last field would otherwise be followed by 4 bytes of padding: the library
+ * never writes behind byte 27. Read the doubles through the record, not through pointers to them.
+ */
+typedef struct RefArcParams {
+  IntAngle startDir;     /**< Azimuth of the start tangent. */
+  IntAngle endDir;       /**< Azimuth of the end tangent; see #KavoREFSetArcByRadiusArcLen. */
+  double radius;         /**< Radius, metres; positive is clockwise. */
+  double arcLength;      /**< Length along the arc, metres; positive. */
+  IntAngle centralAngle; /**< Angle at the centre, with the sign of the radius. */
+} RefArcParams;
+#pragma pack(pop)
+
+/**
+ * @brief Defines the reference arc by its two ends and the tangents there.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] end           end point; needs #COORD_HAS_NE.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] endTangent    azimuth at the end.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_NO_DIRECTION   the ends have the same north and east.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE.
+ * @retval ERR_INDETERMINATE  the tangents are the same azimuth.
+ *
+ * @par State
+ * Writes the reference arc. A refusal leaves the numbers of the arc before in place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ * @par Notes
+ * - The arc leaves `start` along the start tangent and ends on the line of the end tangent, as far
+ *   behind the point where the tangents meet as `start` lies before it: R = tan((half circle -
+ *   turn) / 2) times that distance. It is clockwise when the end tangent turns to the right.
+ * - Opposite tangents make a half circle, from `start` straight across to the line of the end
+ *   tangent, to the side on which `end` lies. An `end` straight ahead of `start` leaves no arc: the
+ *   radius is nothing or not a number, without a refusal (meant so).
+ * - `end` need not be the end of the arc. When it is, to less than 0.05 m in plan, and `start` has
+ *   #COORD_HAS_ELEV, the heights of the arc are graded from `start.elev` to `end.elev`, whatever
+ *   the elevation flag of `end` says (meant so); otherwise the arc is level.
+ * - The tangents are intersected through their slopes, as lines are in #KavoCogoCalcCrossLine:
+ *   reduce national-grid coordinates by a constant. Whether and where they meet is not looked at
+ * (meant so): unless it is ahead of `start`, the arc does not end on the end tangent; and when they
+ * do not meet, which takes an infinite or immense coordinate, the radius is a number without
+ * meaning.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByCoord(const CoordPt* start, const CoordPt* end,
+                                         IntAngle startTangent, IntAngle endTangent);
+
+/**
+ * @brief Defines the reference arc by its start, its radius and the tangents at both ends.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] radius        radius, metres, not 0; positive is clockwise.
+ * @param[in] endTangent    azimuth at the end.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_REFUSED        the radius is 0.
+ * @retval ERR_POINT_INVALID  the start lacks #COORD_HAS_NE.
+ * @retval ERR_INDETERMINATE  the tangents are the same azimuth; found before the radius is looked
+ *                            at.
+ *
+ * @par State
+ * Writes the reference arc, which is level. A refusal leaves the numbers of the arc before in
+ * place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByRadiusHAngle(const CoordPt* start, IntAngle startTangent,
+                                                double radius, IntAngle endTangent);
+
+/**
+ * @brief Defines the reference arc by its start, its start tangent, its radius and its length.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] radius        radius, metres, not 0; positive is clockwise.
+ * @param[in] arcLength     length along the arc, metres, greater than 0; what exceeds the full
+ *                          circle is cut off.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_REFUSED        the radius is 0, or the length is not greater than 0.
+ * @retval ERR_POINT_INVALID  the start lacks #COORD_HAS_NE.
+ *
+ * @par State
+ * Writes the reference arc, which is level. A refusal leaves the numbers of the arc before in
+ * place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ * @par Notes
+ * The end tangent is the start tangent plus the central angle and is not brought back into one
+ * circle (meant so): between minus one and two full circles.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByRadiusArcLen(const CoordPt* start, IntAngle startTangent,
+                                                double radius, double arcLength);
+
+/**
+ * @brief Reads the parameters of the reference arc back.
+ *
+ * @param[out] out  the parameters; 28 bytes are written and no more.
+ *
+ * @retval STATUS_OK  always, also when no arc is defined (meant so): then the numbers are those of
+ *                    the arc before the last refusal, or zeros.
+ *
+ * @par State
+ * Reads the reference arc.
+ * @par Threads
+ * Any, but not at the same time as a definition of the arc.
+ * @par Notes
+ * The central angle is truncated to the unit. Angles that a number like NaN leaves without a value
+ * are #ANGLE_INVALID.
+ */
+KAVO_EXPORT int32_t KavoREFGetArcParams(RefArcParams* out);
+
+/**
+ * @brief A point against the reference arc: distance along it, offset from it and height.
+ *
+ * @param[in] point  the measured point; needs #COORD_HAS_NE. Its `elev` is used whatever its flags
+ *                   say when the arc has a height.
+ * @param[out] out   `along`, `offset` and `dElev` in metres; `foot` is all zeros with flags 0.
+ *
+ * @retval STATUS_OK          `out` is written.
+ * @retval ERR_NO_DIRECTION   the point is the centre of the arc; `out` is untouched.
+ * @retval ERR_POINT_INVALID  the point lacks #COORD_HAS_NE; `out` is untouched.
+ *
+ * @par State
+ * Reads the reference arc. Whether one is defined is not tested (meant so): without one the point
+ * is measured against the arc before the last refusal, at first against zeros. Look at the status
+ * of the definition.
+ * @par Threads
+ * Any, but not at the same time as a definition of the arc.
+ * @par Notes
+ * The direction from the centre to the point, truncated to the unit, decides:
+ * - on the arc, `along` is the angle from the start times |R| and `offset` is taken radially;
+ * - less than a quarter circle before the start, the point is projected on the start tangent;
+ * - elsewhere it is past the end and is projected on the end tangent; `along` exceeds the length.
+ *
+ * What follows is meant so:
+ * - The formulas serve arcs of up to a half circle. On a longer arc, points more than a half circle
+ *   on from the start are taken to be past the end or before the start.
+ * - Past the end of an anticlockwise arc, `along` and `offset` are off where the point lies between
+ *   a half and three quarters of a circle on from the start, unless the arc is a half circle.
+ * - On an anticlockwise arc, a point exactly a half circle on from the start (to the unit) has the
+ *   length of that half circle as a negative `along`: so has the end of a half circle.
+ * - A point exactly a quarter circle before the start (to the unit) counts as on the arc, with the
+ *   length of that quarter as a negative `along`.
+ *
+ * The height of the arc is that of its start, or graded to its end as #KavoREFSetArcByCoord says;
+ * the grade goes on before the start and past the end.
+ * Where the arc or the point is not a number, `along` and `offset` are not numbers.
+ */
+KAVO_EXPORT int32_t KavoREFCalcArc(const CoordPt* point, RefLineResult* out);
 
 /** @} */
 

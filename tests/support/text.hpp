@@ -63,4 +63,10 @@ inline std::string Text(const RefLineResult& r) {
          ", dElev " + Text(r.dElev);
 }
 
+inline std::string Text(const RefArcParams& p) {
+  return "startDir " + Text(p.startDir) + ", endDir " + Text(p.endDir) + ", radius " +
+         Text(p.radius) + ", arcLength " + Text(p.arcLength) + ", centralAngle " +
+         Text(p.centralAngle);
+}
+
 }  // namespace kavo_test
