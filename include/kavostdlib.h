@@ -643,6 +643,77 @@ KAVO_EXPORT int32_t KavoREFCalcArc(const CoordPt* point, RefLineResult* out);
 
 /** @} */
 
+/**
+ * @name Three-point plane
+ * Sights without distance, intersected with a plane in any attitude: set the plane once with
+ * #KavoREFSet3PtBasePlane, then call #KavoREFCalc3PtPlane for each sight.
+ * @{
+ */
+
+/**
+ * @brief Sets the reference plane through three points, or the vertical one through two.
+ *
+ * @param[in] p1  first point, origin of the coordinates within the plane; needs #COORD_HAS_NE and
+ *                #COORD_HAS_ELEV, as do the others.
+ * @param[in] p2  second point; from `p1` to `p2` runs the direction along the plane.
+ * @param[in] p3  third point; null for the vertical plane through `p1` and `p2`.
+ *
+ * @retval STATUS_OK          the plane is set.
+ * @retval ERR_NO_DIRECTION   two of the points are the same in north, east and elevation; no plane
+ *                            is set.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE or #COORD_HAS_ELEV; no plane is set.
+ * @retval ERR_INDETERMINATE  the points lie in one line (their cross product is shorter than 5e-7
+ *                            square metres), or `p1` and `p2` lie closer than 5e-7 m; no plane is
+ *                            set.
+ *
+ * @par State
+ * Writes the plane. A refusal also removes the plane that was set before.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFCalc3PtPlane.
+ * @par Notes
+ * The third point of the vertical plane is `p2` raised by 1 m: `p1` straight above or below `p2`
+ * gives #ERR_INDETERMINATE, or #ERR_NO_DIRECTION when it is just that point.
+ */
+KAVO_EXPORT int32_t KavoREFSet3PtBasePlane(const CoordPt* p1, const CoordPt* p2, const CoordPt* p3);
+
+/**
+ * @brief Where a sight pierces the three-point plane.
+ *
+ * @param[in] ha                azimuth of the sight.
+ * @param[in] va                zenith reading of the sight; beyond half a circle it was taken on
+ *                              face 2, and so was `ha`.
+ * @param[in] station           the station; north, east and elev are read, its flags are not
+ *                              looked at.
+ * @param[in] instrumentHeight  height of the instrument above the station, metres.
+ * @param[out] result           the point where the sight pierces the plane, flags 3.
+ * @param[out] alongPlane       its distance from the first point, along the direction from the
+ *                              first to the second, metres.
+ * @param[out] acrossPlane      its distance from that direction within the plane, metres; positive
+ *                              to the right of it as seen from the instrument.
+ *
+ * @retval STATUS_OK          the outputs hold the point; or #VALUE_INVALID in all five numbers when
+ *                            the sight runs along the plane or away from it (meant so: test
+ *                            `alongPlane`).
+ * @retval ERR_NO_BASE        no plane is set; the outputs hold #VALUE_INVALID, flags 3.
+ * @retval ERR_INDETERMINATE  the instrument lies within 5e-7 m of the plane; the outputs hold
+ *                            #VALUE_INVALID, flags 3.
+ *
+ * @par State
+ * Reads the plane and turns it to face the instrument. It stays turned until an instrument on the
+ * other side, or the next #KavoREFSet3PtBasePlane, turns it again.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFSet3PtBasePlane.
+ * @par Notes
+ * `acrossPlane` changes its sign with the side of the plane that the instrument is on: on a
+ * vertical plane whose second point is to the right of the first it is positive downwards, from
+ * behind upwards. A vertical sight is a sight like any other.
+ */
+KAVO_EXPORT int32_t KavoREFCalc3PtPlane(IntAngle ha, IntAngle va, const CoordPt* station,
+                                        double instrumentHeight, CoordPt* result,
+                                        double* alongPlane, double* acrossPlane);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,4 +1,4 @@
-// Reference arc: what only a host's settings or a look inside can show.
+// Reference arc and plane: what only a host's settings or a look inside can show.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -70,6 +70,22 @@ TEST(RefArc, IsMarkedAsSetBySuccessAlone) {
     KavoREFSetArcByCoord(&start, &start, 0, kQuarter);
     EXPECT_FALSE(kavo::refArcBase.isSet);
   }
+}
+
+TEST(Plane3Pt, TakesSightsThatCountFromSouth) {
+  const HostGuard guard;
+  Host().azimuthReference = 1;
+  const CoordPt p1 = Pt(10, 0, 0, kFull);
+  const CoordPt p2 = Pt(10, 5, 0, kFull);
+  const CoordPt station = Pt(0, 0);
+  ASSERT_EQ(STATUS_OK, KavoREFSet3PtBasePlane(&p1, &p2, nullptr));
+  CoordPt point;
+  double along = 0;
+  double across = 0;
+  ASSERT_EQ(STATUS_OK,
+            KavoREFCalc3PtPlane(kHalf, kQuarter, &station, 0.0, &point, &along, &across));
+  EXPECT_NEAR(10.0, point.north, 1e-12);
+  EXPECT_NEAR(0.0, along, 1e-12);
 }
 
 }  // namespace
