@@ -803,6 +803,234 @@ KAVO_EXPORT int32_t KavoCalcOfsCircle(const AngleDistObs* surface, double hookVa
 /** @} */
 
 /**
+ * @name Reference line
+ * Points measured against a base line through two known points: set the line once with
+ * #KavoREFSetBaseLine, then call #KavoREFCalc for each point.
+ * @{
+ */
+
+/** A point measured against a reference line or a reference arc; 56 bytes. */
+typedef struct RefLineResult {
+  CoordPt foot;  /**< Foot of the perpendicular on the line; of an arc none: zeros and flags 0. */
+  double along;  /**< Distance along the line or arc from its start, metres; negative before it. */
+  double offset; /**< Offset across it, metres; positive to the right of the way ahead. */
+  double dElev;  /**< Height of the point above the line or arc, metres; 0 without heights. */
+} RefLineResult;
+
+/**
+ * @brief Sets the base line of the reference line.
+ *
+ * @param[in] start  first base point; needs #COORD_HAS_NE.
+ * @param[in] end    second base point; needs #COORD_HAS_NE.
+ *
+ * @retval STATUS_OK          the base line is set.
+ * @retval ERR_NO_DIRECTION   the points have the same north and east; no base line is set.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE; no base line is set.
+ *
+ * @par State
+ * Writes the base line. A refusal also removes the base line that was set before.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFCalc.
+ * @par Notes
+ * With two elevations the line has the grade from `start` to `end`; with one it is level at that
+ * elevation; with none it has no height.
+ */
+KAVO_EXPORT int32_t KavoREFSetBaseLine(const CoordPt* start, const CoordPt* end);
+
+/**
+ * @brief A point against the base line: distance along it, offset across it, foot and height.
+ *
+ * @param[in] point  the measured point; needs #COORD_HAS_NE.
+ * @param[out] out   `along` from the base line's start, `offset` and `dElev` in metres; `foot` with
+ *                   the elevation of the line and flags 3 when the point and the line have heights,
+ *                   else with `elev` 0 and flags 1, and `dElev` 0.
+ *
+ * @retval STATUS_OK          `out` is written.
+ * @retval ERR_NO_BASE        no base line is set; `out` is untouched.
+ * @retval ERR_POINT_INVALID  the point lacks #COORD_HAS_NE; `out` is untouched.
+ *
+ * @par State
+ * Reads the base line.
+ * @par Threads
+ * Any, but not at the same time as #KavoREFSetBaseLine.
+ * @par Notes
+ * With the unit vector (uN, uE) of the line and (dN, dE) from its start to the point: along =
+ * uE dE + uN dN; offset = uN dE - uE dN. The line and its grade go on beyond both base points.
+ */
+KAVO_EXPORT int32_t KavoREFCalc(const CoordPt* point, RefLineResult* out);
+
+/** @} */
+
+/**
+ * @name Reference arc
+ * Points measured against a circular curve in plan: define the arc once in one of three ways, then
+ * call #KavoREFCalcArc for each point.
+ *
+ * The radius has a sign. A positive one is that of a clockwise arc: it turns to the right and its
+ * centre lies to the right of the start tangent. A negative one is that of an anticlockwise arc.
+ * Tangents are azimuths in the sense of travel.
+ * @{
+ */
+
+#pragma pack(push, 4)
+/**
+ * The parameters of the reference arc; 28 bytes, aligned to 4. Packed (a pragma that gcc, clang and
+ * MSVC share), for its last field would otherwise be followed by 4 bytes of padding: the library
+ * never writes behind byte 27. Read the doubles through the record, not through pointers to them.
+ */
+typedef struct RefArcParams {
+  IntAngle startDir;     /**< Azimuth of the start tangent. */
+  IntAngle endDir;       /**< Azimuth of the end tangent; see #KavoREFSetArcByRadiusArcLen. */
+  double radius;         /**< Radius, metres; positive is clockwise. */
+  double arcLength;      /**< Length along the arc, metres; positive. */
+  IntAngle centralAngle; /**< Angle at the centre, with the sign of the radius. */
+} RefArcParams;
+#pragma pack(pop)
+
+/**
+ * @brief Defines the reference arc by its two ends and the tangents there.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] end           end point; needs #COORD_HAS_NE.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] endTangent    azimuth at the end.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_NO_DIRECTION   the ends have the same north and east.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE.
+ * @retval ERR_INDETERMINATE  the tangents are the same azimuth.
+ *
+ * @par State
+ * Writes the reference arc. A refusal leaves the numbers of the arc before in place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ * @par Notes
+ * - The arc leaves `start` along the start tangent and ends on the line of the end tangent, as far
+ *   behind the point where the tangents meet as `start` lies before it: R = tan((half circle -
+ *   turn) / 2) times that distance. It is clockwise when the end tangent turns to the right.
+ * - Opposite tangents make a half circle, from `start` straight across to the line of the end
+ *   tangent, to the side on which `end` lies. An `end` straight ahead of `start` leaves no arc: the
+ *   radius is nothing or not a number, without a refusal (meant so).
+ * - `end` need not be the end of the arc. When it is, to less than 0.05 m in plan, and `start` has
+ *   #COORD_HAS_ELEV, the heights of the arc are graded from `start.elev` to `end.elev`, whatever
+ *   the elevation flag of `end` says (meant so); otherwise the arc is level.
+ * - The tangents are intersected through their slopes, as lines are in #KavoCogoCalcCrossLine:
+ *   reduce national-grid coordinates by a constant. Whether and where they meet is not looked at
+ * (meant so): unless it is ahead of `start`, the arc does not end on the end tangent; and when they
+ * do not meet, which takes an infinite or immense coordinate, the radius is a number without
+ * meaning.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByCoord(const CoordPt* start, const CoordPt* end,
+                                         IntAngle startTangent, IntAngle endTangent);
+
+/**
+ * @brief Defines the reference arc by its start, its radius and the tangents at both ends.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] radius        radius, metres, not 0; positive is clockwise.
+ * @param[in] endTangent    azimuth at the end.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_REFUSED        the radius is 0.
+ * @retval ERR_POINT_INVALID  the start lacks #COORD_HAS_NE.
+ * @retval ERR_INDETERMINATE  the tangents are the same azimuth; found before the radius is looked
+ *                            at.
+ *
+ * @par State
+ * Writes the reference arc, which is level. A refusal leaves the numbers of the arc before in
+ * place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByRadiusHAngle(const CoordPt* start, IntAngle startTangent,
+                                                double radius, IntAngle endTangent);
+
+/**
+ * @brief Defines the reference arc by its start, its start tangent, its radius and its length.
+ *
+ * @param[in] start         start point; needs #COORD_HAS_NE. Its elevation is that of the arc.
+ * @param[in] startTangent  azimuth at the start.
+ * @param[in] radius        radius, metres, not 0; positive is clockwise.
+ * @param[in] arcLength     length along the arc, metres, greater than 0; what exceeds the full
+ *                          circle is cut off.
+ *
+ * @retval STATUS_OK          the arc is defined.
+ * @retval ERR_REFUSED        the radius is 0, or the length is not greater than 0.
+ * @retval ERR_POINT_INVALID  the start lacks #COORD_HAS_NE.
+ *
+ * @par State
+ * Writes the reference arc, which is level. A refusal leaves the numbers of the arc before in
+ * place.
+ * @par Threads
+ * Not at the same time as any function of the reference arc.
+ * @par Notes
+ * The end tangent is the start tangent plus the central angle and is not brought back into one
+ * circle (meant so): between minus one and two full circles.
+ */
+KAVO_EXPORT int32_t KavoREFSetArcByRadiusArcLen(const CoordPt* start, IntAngle startTangent,
+                                                double radius, double arcLength);
+
+/**
+ * @brief Reads the parameters of the reference arc back.
+ *
+ * @param[out] out  the parameters; 28 bytes are written and no more.
+ *
+ * @retval STATUS_OK  always, also when no arc is defined (meant so): then the numbers are those of
+ *                    the arc before the last refusal, or zeros.
+ *
+ * @par State
+ * Reads the reference arc.
+ * @par Threads
+ * Any, but not at the same time as a definition of the arc.
+ * @par Notes
+ * The central angle is truncated to the unit. Angles that a number like NaN leaves without a value
+ * are #ANGLE_INVALID.
+ */
+KAVO_EXPORT int32_t KavoREFGetArcParams(RefArcParams* out);
+
+/**
+ * @brief A point against the reference arc: distance along it, offset from it and height.
+ *
+ * @param[in] point  the measured point; needs #COORD_HAS_NE. Its `elev` is used whatever its flags
+ *                   say when the arc has a height.
+ * @param[out] out   `along`, `offset` and `dElev` in metres; `foot` is all zeros with flags 0.
+ *
+ * @retval STATUS_OK          `out` is written.
+ * @retval ERR_NO_DIRECTION   the point is the centre of the arc; `out` is untouched.
+ * @retval ERR_POINT_INVALID  the point lacks #COORD_HAS_NE; `out` is untouched.
+ *
+ * @par State
+ * Reads the reference arc. Whether one is defined is not tested (meant so): without one the point
+ * is measured against the arc before the last refusal, at first against zeros. Look at the status
+ * of the definition.
+ * @par Threads
+ * Any, but not at the same time as a definition of the arc.
+ * @par Notes
+ * The direction from the centre to the point, truncated to the unit, decides:
+ * - on the arc, `along` is the angle from the start times |R| and `offset` is taken radially;
+ * - less than a quarter circle before the start, the point is projected on the start tangent;
+ * - elsewhere it is past the end and is projected on the end tangent; `along` exceeds the length.
+ *
+ * What follows is meant so:
+ * - The formulas serve arcs of up to a half circle. On a longer arc, points more than a half circle
+ *   on from the start are taken to be past the end or before the start.
+ * - Past the end of an anticlockwise arc, `along` and `offset` are off where the point lies between
+ *   a half and three quarters of a circle on from the start, unless the arc is a half circle.
+ * - On an anticlockwise arc, a point exactly a half circle on from the start (to the unit) has the
+ *   length of that half circle as a negative `along`: so has the end of a half circle.
+ * - A point exactly a quarter circle before the start (to the unit) counts as on the arc, with the
+ *   length of that quarter as a negative `along`.
+ *
+ * The height of the arc is that of its start, or graded to its end as #KavoREFSetArcByCoord says;
+ * the grade goes on before the start and past the end.
+ * Where the arc or the point is not a number, `along` and `offset` are not numbers.
+ */
+KAVO_EXPORT int32_t KavoREFCalcArc(const CoordPt* point, RefLineResult* out);
+
+/** @} */
+
+/**
  * @name Two-point plane
  * The vertical plane through two points (a facade), and sights without a distance that pierce it.
  * Only the first point's elevation counts: heights on the plane are measured from it.
@@ -869,6 +1097,77 @@ KAVO_EXPORT int32_t KavoREFSet2PtBasePlane(const CoordPt* p1, const CoordPt* p2)
 KAVO_EXPORT int32_t KavoREFCalc2PtPlane(IntAngle ha, IntAngle va, const CoordPt* station,
                                         double instrumentHeight, CoordPt* result,
                                         double* alongPlane, double* heightOnPlane);
+
+/** @} */
+
+/**
+ * @name Three-point plane
+ * Sights without distance, intersected with a plane in any attitude: set the plane once with
+ * #KavoREFSet3PtBasePlane, then call #KavoREFCalc3PtPlane for each sight.
+ * @{
+ */
+
+/**
+ * @brief Sets the reference plane through three points, or the vertical one through two.
+ *
+ * @param[in] p1  first point, origin of the coordinates within the plane; needs #COORD_HAS_NE and
+ *                #COORD_HAS_ELEV, as do the others.
+ * @param[in] p2  second point; from `p1` to `p2` runs the direction along the plane.
+ * @param[in] p3  third point; null for the vertical plane through `p1` and `p2`.
+ *
+ * @retval STATUS_OK          the plane is set.
+ * @retval ERR_NO_DIRECTION   two of the points are the same in north, east and elevation; no plane
+ *                            is set.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE or #COORD_HAS_ELEV; no plane is set.
+ * @retval ERR_INDETERMINATE  the points lie in one line (their cross product is shorter than 5e-7
+ *                            square metres), or `p1` and `p2` lie closer than 5e-7 m; no plane is
+ *                            set.
+ *
+ * @par State
+ * Writes the plane. A refusal also removes the plane that was set before.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFCalc3PtPlane.
+ * @par Notes
+ * The third point of the vertical plane is `p2` raised by 1 m: `p1` straight above or below `p2`
+ * gives #ERR_INDETERMINATE, or #ERR_NO_DIRECTION when it is just that point.
+ */
+KAVO_EXPORT int32_t KavoREFSet3PtBasePlane(const CoordPt* p1, const CoordPt* p2, const CoordPt* p3);
+
+/**
+ * @brief Where a sight pierces the three-point plane.
+ *
+ * @param[in] ha                azimuth of the sight.
+ * @param[in] va                zenith reading of the sight; beyond half a circle it was taken on
+ *                              face 2, and so was `ha`.
+ * @param[in] station           the station; north, east and elev are read, its flags are not
+ *                              looked at.
+ * @param[in] instrumentHeight  height of the instrument above the station, metres.
+ * @param[out] result           the point where the sight pierces the plane, flags 3.
+ * @param[out] alongPlane       its distance from the first point, along the direction from the
+ *                              first to the second, metres.
+ * @param[out] acrossPlane      its distance from that direction within the plane, metres; positive
+ *                              to the right of it as seen from the instrument.
+ *
+ * @retval STATUS_OK          the outputs hold the point; or #VALUE_INVALID in all five numbers when
+ *                            the sight runs along the plane or away from it (meant so: test
+ *                            `alongPlane`).
+ * @retval ERR_NO_BASE        no plane is set; the outputs hold #VALUE_INVALID, flags 3.
+ * @retval ERR_INDETERMINATE  the instrument lies within 5e-7 m of the plane; the outputs hold
+ *                            #VALUE_INVALID, flags 3.
+ *
+ * @par State
+ * Reads the plane and turns it to face the instrument. It stays turned until an instrument on the
+ * other side, or the next #KavoREFSet3PtBasePlane, turns it again.
+ * @par Threads
+ * Not at the same time as itself or #KavoREFSet3PtBasePlane.
+ * @par Notes
+ * `acrossPlane` changes its sign with the side of the plane that the instrument is on: on a
+ * vertical plane whose second point is to the right of the first it is positive downwards, from
+ * behind upwards. A vertical sight is a sight like any other.
+ */
+KAVO_EXPORT int32_t KavoREFCalc3PtPlane(IntAngle ha, IntAngle va, const CoordPt* station,
+                                        double instrumentHeight, CoordPt* result,
+                                        double* alongPlane, double* acrossPlane);
 
 /** @} */
 

@@ -43,6 +43,15 @@ static_assert(sizeof(AngleDistObs) == 16);
 static_assert(offsetof(AngleDistObs, ha) == 0 && offsetof(AngleDistObs, va) == 4);
 static_assert(offsetof(AngleDistObs, dist) == 8);
 
+static_assert(sizeof(RefLineResult) == 56);
+static_assert(offsetof(RefLineResult, foot) == 0 && offsetof(RefLineResult, along) == 32);
+static_assert(offsetof(RefLineResult, offset) == 40 && offsetof(RefLineResult, dElev) == 48);
+
+static_assert(sizeof(RefArcParams) == 28 && alignof(RefArcParams) == 4);
+static_assert(offsetof(RefArcParams, startDir) == 0 && offsetof(RefArcParams, endDir) == 4);
+static_assert(offsetof(RefArcParams, radius) == 8 && offsetof(RefArcParams, arcLength) == 16);
+static_assert(offsetof(RefArcParams, centralAngle) == 24);
+
 static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
 static_assert(sizeof(kavo::ObsReply) == 56);
 static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);

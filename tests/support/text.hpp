@@ -72,4 +72,15 @@ inline std::string Text(const AngleDistObs& obs) {
   return "ha " + Text(obs.ha) + ", va " + Text(obs.va) + ", dist " + Text(obs.dist);
 }
 
+inline std::string Text(const RefLineResult& r) {
+  return "foot {" + Text(r.foot) + "}, along " + Text(r.along) + ", offset " + Text(r.offset) +
+         ", dElev " + Text(r.dElev);
+}
+
+inline std::string Text(const RefArcParams& p) {
+  return "startDir " + Text(p.startDir) + ", endDir " + Text(p.endDir) + ", radius " +
+         Text(p.radius) + ", arcLength " + Text(p.arcLength) + ", centralAngle " +
+         Text(p.centralAngle);
+}
+
 }  // namespace kavo_test
