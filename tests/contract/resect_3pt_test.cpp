@@ -184,13 +184,6 @@ StnSetupResult Resect(const StnAngleObs (&sights)[3]) {
   return result;
 }
 
-void ExpectStation(const CoordPt& expected, const CoordPt& station, double tolerance) {
-  EXPECT_NEAR(expected.north, station.north, tolerance);
-  EXPECT_NEAR(expected.east, station.east, tolerance);
-  EXPECT_NEAR(expected.elev, station.elev, tolerance);
-  EXPECT_EQ(kFull, station.flags);
-}
-
 // The laws hold for every ordinary station; the tolerance is the rounding of the coordinates, some
 // 1e-13 m, times what the weakest geometry makes of it.
 class ThreePointLaws : public testing::Test {

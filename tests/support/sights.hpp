@@ -2,6 +2,8 @@
 // readings of the station are exact and nothing but the rounding of the coordinates is left.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -52,6 +54,19 @@ class Random {
 inline bool CrossWell(IntAngle a, IntAngle b, IntAngle least) {
   const IntAngle between = InCircle(a - b) % ANGLE_HALF_CIRCLE;
   return between >= least && between <= ANGLE_HALF_CIRCLE - least;
+}
+
+/// Expects a plane position within a tolerance in metres.
+inline void ExpectPlace(const CoordPt& expected, const CoordPt& point, double tolerance) {
+  EXPECT_NEAR(expected.north, point.north, tolerance);
+  EXPECT_NEAR(expected.east, point.east, tolerance);
+}
+
+/// Expects a position with elevation within a tolerance in metres.
+inline void ExpectStation(const CoordPt& expected, const CoordPt& station, double tolerance) {
+  ExpectPlace(expected, station, tolerance);
+  EXPECT_NEAR(expected.elev, station.elev, tolerance);
+  EXPECT_EQ(kFull, station.flags);
 }
 
 }  // namespace kavo_test
