@@ -16,13 +16,6 @@ struct Sigmas {
   double proportion;  // of the distance
 };
 
-bool IsThere(double value) noexcept { return value != kValueAbsent; }
-
-bool HasDistanceSet(const MultiResectObs& rec) noexcept {
-  return IsThere(rec.zenith) && IsThere(rec.slopeDist) && IsThere(rec.horizDist) &&
-         IsThere(rec.heightDiff);
-}
-
 double DistanceWeight(const Sigmas& sigmas, double dist) noexcept {
   return sigmas.angle / (Square(sigmas.constant) + Square(sigmas.proportion * dist)) * sigmas.angle;
 }
@@ -92,19 +85,19 @@ std::int32_t PlaceObservations(std::int32_t mode, Index count, const MultiResect
   Index k = 1;
   for (Index i = 0; i < count; ++i) {
     const MultiResectObs& rec = recs[i];
-    if (IsThere(rec.hz)) {
+    if (HasDirection(rec)) {
       obs[k] = rec.hz;
       SetWeight(w, k, 1.0);
       k += 1;
     }
-    if (!HasDistanceSet(rec)) {
+    if (!GivesDistance(mode, rec)) {
       continue;
     }
     if (mode == kLsqMode2D) {
       obs[k] = rec.horizDist;
       SetWeight(w, k, DistanceWeight(sigmas, rec.horizDist));
       k += 1;
-    } else if (mode == kLsqMode3D && IsThere(rec.elev)) {
+    } else {
       if (!PlaceInSpace(rec, sigmas, k, obs, w)) {
         return kEngineSingular;
       }
@@ -129,15 +122,10 @@ void LsqCountObs(std::int32_t& mode, Index count, const MultiResectObs* recs, In
   }
   for (Index i = 0; i < count; ++i) {
     const MultiResectObs& rec = recs[i];
-    nDir += IsThere(rec.hz) ? 1 : 0;
-    if (!HasDistanceSet(rec)) {
-      continue;
-    }
-    if (mode == kLsqMode2D) {
+    nDir += HasDirection(rec) ? 1 : 0;
+    if (GivesDistance(mode, rec)) {
       nDist += 1;
-    } else if (mode == kLsqMode3D && IsThere(rec.elev)) {
-      nHeight += 1;
-      nDist += 1;
+      nHeight += mode == kLsqMode3D ? 1 : 0;
     }
   }
 }
@@ -182,20 +170,17 @@ void LsqScatterResiduals(std::int32_t mode, Index count, MultiResectObs* recs, V
   for (Index i = 0; i < count; ++i) {
     MultiResectObs& rec = recs[i];
     rec.resHz = rec.resHorizDist = rec.resHeightDiff = 0.0;
-    if (IsThere(rec.hz)) {
+    if (HasDirection(rec)) {
       rec.resHz = -v[k];
       k += 1;
     }
-    if (!HasDistanceSet(rec)) {
-      continue;
-    }
-    if (mode == kLsqMode2D) {
+    if (GivesDistance(mode, rec)) {
       rec.resHorizDist = -v[k];
       k += 1;
-    } else if (IsThere(rec.elev)) {
-      rec.resHorizDist = -v[k];
-      rec.resHeightDiff = -v[k + 1];
-      k += 2;
+      if (mode == kLsqMode3D) {
+        rec.resHeightDiff = -v[k];
+        k += 1;
+      }
     }
   }
 }

@@ -32,6 +32,24 @@ struct MultiResectObs {
 };
 static_assert(sizeof(MultiResectObs) == 96);
 
+/// True when a field was measured.
+constexpr bool IsThere(double value) noexcept { return value != kValueAbsent; }
+
+/// True when a sight has a direction.
+constexpr bool HasDirection(const MultiResectObs& rec) noexcept { return IsThere(rec.hz); }
+
+/// True when a sight has a distance set.
+constexpr bool HasDistanceSet(const MultiResectObs& rec) noexcept {
+  return IsThere(rec.zenith) && IsThere(rec.slopeDist) && IsThere(rec.horizDist) &&
+         IsThere(rec.heightDiff);
+}
+
+/// True when a sight gives the adjustment a horizontal distance and, in space, the height
+/// difference that belongs to it.
+constexpr bool GivesDistance(std::int32_t mode, const MultiResectObs& rec) noexcept {
+  return HasDistanceSet(rec) && (mode == kLsqMode2D || (mode == kLsqMode3D && IsThere(rec.elev)));
+}
+
 /// Counts the observations that a list of sights gives.
 /// @param[in,out] mode  becomes kLsqMode2D when no point has an elevation or no sight a distance
 ///                      set.
@@ -66,8 +84,8 @@ std::int32_t LsqBuildWeights(std::int32_t& mode, Index count, const MultiResectO
                              double sigmaAngle, double sigmaConst, double sigmaProp, Vector& obs,
                              Weights& w, Index& total, Index& nDist) noexcept;
 
-/// Writes residuals into the sights with their signs turned (meant so): what was measured less what
-/// was adjusted. A residual without an observation is 0.0.
+/// Writes residuals into the sights with their signs turned (meant so): what was adjusted less what
+/// was measured. A residual without an observation is 0.0.
 /// @param mode  as LsqBuildWeights left it; any mode but the two changes nothing.
 /// @param count  number of records; below 1 is none.
 /// @param[in,out] recs  the sights; `resHz`, `resHorizDist` and `resHeightDiff` are written.
