@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <random>
@@ -43,6 +44,11 @@ class Random {
   }
   IntAngle Angle(IntAngle least, IntAngle most) {
     return std::uniform_int_distribution<IntAngle>(least, most)(engine_);
+  }
+  double Normal(double sigma) { return std::normal_distribution<double>(0.0, sigma)(engine_); }
+  template <class Items>
+  void Shuffle(Items& items) {
+    std::shuffle(items.begin(), items.end(), engine_);
   }
   IntAngle Direction() { return Angle(0, ANGLE_FULL_CIRCLE - 1); }
 
