@@ -43,7 +43,8 @@ double ClampedZenith(IntAngle va) noexcept {
   return zenith > kGreatestZenith ? kGreatestZenith : zenith;
 }
 
-// From the grid to the ground.
+// From the grid to the ground. The factor is asked for afresh where it is used, as all settings
+// are.
 double Unscaled(double horizDist) noexcept {
   if (GetSettingReal(kSettingScaleFactor) == 1.0) {
     return horizDist;
