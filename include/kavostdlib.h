@@ -90,8 +90,10 @@ typedef int32_t IntAngle;
 #define ERR_POINT_INVALID (-1201)   /**< A point lacks a position, or a height it needs. */
 #define ERR_SIGHT_VERTICAL (-1202)  /**< The sight is vertical. */
 #define ERR_SIGHT_OFF_BASE (-1203)  /**< The sight is too far off the base sight. */
+#define ERR_NO_DISTANCE (-1204)     /**< No sight has a distance. */
 #define ERR_INDETERMINATE (-1205)   /**< The geometry leaves the result open. */
 #define ERR_PARALLEL (-1206)        /**< The lines are parallel. */
+#define ERR_SAME_DIRECTION (-1207)  /**< Two readings are equal. */
 #define WARN_NO_ELEVATION (-1208)   /**< The plane's first point has no elevation. */
 #define WARN_SLOPE_VERTICAL (-1208) /**< The design slope is vertical. */
 #define WARN_SLOPE_LEVEL (-1209)    /**< The design slope is level. */
@@ -1168,6 +1170,153 @@ KAVO_EXPORT int32_t KavoREFSet3PtBasePlane(const CoordPt* p1, const CoordPt* p2,
 KAVO_EXPORT int32_t KavoREFCalc3PtPlane(IntAngle ha, IntAngle va, const CoordPt* station,
                                         double instrumentHeight, CoordPt* result,
                                         double* alongPlane, double* acrossPlane);
+
+/** @} */
+
+/**
+ * @name Station set-up
+ * The instrument's position, elevation and orientation from sights to known points.
+ *
+ * Readings are given as they were taken, on either face, in [0, full circle). A sight is of face 2
+ * when its zenith reading is half a circle or more; its horizontal reading is then turned by half a
+ * circle. Face-1 readings are used as they are: they are not wrapped into one circle, so that 0 and
+ * a full circle would count as two directions.
+ *
+ * A height term is added to the elevation of the sighted point where the elevation of the station
+ * is derived from it: target height less instrument height for the elevation of the ground mark,
+ * the target height alone for that of the instrument's axis.
+ *
+ * The orientation is what is added to a face-1 horizontal reading to get the azimuth. It is
+ * computed from the azimuth of one known point even where that does not exist, because the station
+ * is not finite or falls on the point; it is then a meaningless number of the usual range. Look at
+ * the position before you trust it.
+ * @{
+ */
+
+/** A computed station; 72 bytes. */
+typedef struct StnSetupResult {
+  CoordPt station; /**< The station, metres: flags 3, or flags 1 and `elev` 0 when no sight gives an
+                        elevation. */
+  IntAngle orient; /**< Azimuth less face-1 horizontal reading, in [-half circle, half circle). */
+  uint32_t reserved; /**< Fills the record; never read or written. */
+  double distCheck;  /**< Two-point resection: known less measured distance between the two points,
+                          metres. */
+  double distResid1; /**< Two-point resection: measured less computed distance to the first point,
+                          metres. */
+  double distResid2; /**< Two-point resection: the same to the second point, metres. */
+  double elevDiff;   /**< Two-point resection: station elevation from the first sight less that from
+                          the second, metres. */
+} StnSetupResult;
+
+/** One sight to a known point, with angles alone; 48 bytes. */
+typedef struct StnAngleObs {
+  CoordPt point;     /**< The known point; needs #COORD_HAS_NE, and #COORD_HAS_ELEV for the sight to
+                          count for the elevation of the station. */
+  IntAngle ha;       /**< Horizontal reading, either face. */
+  IntAngle va;       /**< Zenith reading, either face. */
+  double heightTerm; /**< Height term, metres. */
+} StnAngleObs;
+
+/** One sight to a known point, with or without a distance; 96 bytes. */
+typedef struct StnDistObs {
+  CoordPt point;     /**< The known point; needs #COORD_HAS_NE, and #COORD_HAS_ELEV for the sight to
+                          count for the elevation of the station. */
+  CoordPt local;     /**< The point in the instrument's own frame, metres: horizontal distance times
+                          cosine and sine of the face-1 reading. Only `north` and `east` are read,
+                          and only when both sights have a distance. */
+  IntAngle ha;       /**< Horizontal reading, either face. */
+  IntAngle va;       /**< Zenith reading, either face; it decides the face and nothing else. */
+  double hd;         /**< Measured horizontal distance, metres; exactly 0.0 for none. */
+  double vd;         /**< Measured height difference, point minus instrument, metres. */
+  double heightTerm; /**< Height term, metres. */
+} StnDistObs;
+
+/**
+ * @brief Station elevation from one sight to a benchmark.
+ *
+ * @param[in] bmElev      elevation of the benchmark, metres.
+ * @param[in] heightTerm  height term of the sight, metres.
+ * @param[in] vertDiff    height difference from the instrument to the benchmark, metres; positive
+ *                        when the benchmark is higher.
+ *
+ * @return the elevation of the station, metres: (bmElev + heightTerm) - vertDiff, in that order.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ */
+KAVO_EXPORT double KavoSTNSeaLevelCalcByBM(double bmElev, double heightTerm, double vertDiff);
+
+/**
+ * @brief Station from angles to three known points.
+ *
+ * @param[in] obs0     first sight; it gives the orientation.
+ * @param[in] obs1     second sight.
+ * @param[in] obs2     third sight.
+ * @param[out] result  `station` and `orient` are written; the four checks stay untouched.
+ *
+ * @retval STATUS_OK           `station` and `orient` are written. `station.elev` is the mean over
+ *                             the sights to points with an elevation.
+ * @retval ERR_POINT_INVALID   a point lacks #COORD_HAS_NE; `result` is untouched.
+ * @retval ERR_SAME_DIRECTION  two face-1 horizontal readings are equal; `result` is untouched.
+ * @retval ERR_INDETERMINATE   the centres of the two circles coincide exactly, as for a station on
+ *                             the circle through the three points; `result` is untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * The circle through the first two points and the station, and the one through the last two and the
+ * station, meet in the second point and in the station: it is the image of that point in the line
+ * of centres (the classical construction by circles of equal angle).
+ * - There is no tolerance. A station near the circle through the three points is not refused, nor
+ *   are angles near half a circle between two sights: they give what the formulas give, which may
+ *   be far off or not finite. Check a direction to a further known point.
+ * - The elevation from a sight is (point elevation + height term) - hd / tan(zenith), with hd
+ *   computed from the position. The line of sight is kept one arc-minute off the vertical, so that
+ *   it stays finite. Here, unlike for the face of a horizontal reading, a negative `va` is not
+ *   wrapped: it counts as straight up.
+ * - A host may switch on three corrections of that elevation: division of hd by the grid scale
+ *   factor, raising of hd from sea level to the site, and earth curvature with refraction. They are
+ *   off in the library as shipped.
+ */
+KAVO_EXPORT int32_t KavoSTN3PtResect(const StnAngleObs* obs0, const StnAngleObs* obs1,
+                                     const StnAngleObs* obs2, StnSetupResult* result);
+
+/**
+ * @brief Station from sights to two known points, with one distance or two.
+ *
+ * @param[in] obsA         first sight; it gives the orientation, whichever has the distance.
+ * @param[in] obsB         second sight.
+ * @param[in,out] result   all fields but `reserved` are written. Zero it before the call: where no
+ *                         position can be computed the one that it holds is read, see below.
+ *
+ * @retval STATUS_OK          all fields are written. `station.elev` is the mean over the sights
+ *                            with a distance to a point with an elevation. A check that cannot be
+ *                            formed is 0: `distCheck` needs both distances, `distResid1` and
+ *                            `distResid2` need their own, `elevDiff` needs two elevations.
+ * @retval ERR_NO_DIRECTION   the known points coincide in plan: `result` is untouched. Or, with two
+ *                            distances, the two local positions coincide: as ERR_INDETERMINATE.
+ * @retval ERR_POINT_INVALID  a point lacks #COORD_HAS_NE; `result` is untouched.
+ * @retval ERR_NO_DISTANCE    no sight has a distance; `result` is untouched.
+ * @retval ERR_INDETERMINATE  the one distance is greater than that between the points. The plane
+ *                            position and `orient` are untouched; elevation, flags and the checks
+ *                            are written all the same, the distance residuals against the position
+ *                            that `result` held.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * With one distance: law of sines in the triangle of the station and the two points. With two: the
+ * similarity transformation of `local` onto the known points; its scale is free, the distances `hd`
+ * enter the checks alone. Zenith readings never give an elevation here; `vd` does.
+ */
+KAVO_EXPORT int32_t KavoSTN2PtResect(const StnDistObs* obsA, const StnDistObs* obsB,
+                                     StnSetupResult* result);
 
 /** @} */
 

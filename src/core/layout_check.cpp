@@ -52,6 +52,23 @@ static_assert(offsetof(RefArcParams, startDir) == 0 && offsetof(RefArcParams, en
 static_assert(offsetof(RefArcParams, radius) == 8 && offsetof(RefArcParams, arcLength) == 16);
 static_assert(offsetof(RefArcParams, centralAngle) == 24);
 
+static_assert(sizeof(StnSetupResult) == 72);
+static_assert(offsetof(StnSetupResult, station) == 0 && offsetof(StnSetupResult, orient) == 32);
+static_assert(offsetof(StnSetupResult, distCheck) == 40);
+static_assert(offsetof(StnSetupResult, distResid1) == 48);
+static_assert(offsetof(StnSetupResult, distResid2) == 56);
+static_assert(offsetof(StnSetupResult, elevDiff) == 64);
+
+static_assert(sizeof(StnAngleObs) == 48);
+static_assert(offsetof(StnAngleObs, point) == 0 && offsetof(StnAngleObs, ha) == 32);
+static_assert(offsetof(StnAngleObs, va) == 36 && offsetof(StnAngleObs, heightTerm) == 40);
+
+static_assert(sizeof(StnDistObs) == 96);
+static_assert(offsetof(StnDistObs, point) == 0 && offsetof(StnDistObs, local) == 32);
+static_assert(offsetof(StnDistObs, ha) == 64 && offsetof(StnDistObs, va) == 68);
+static_assert(offsetof(StnDistObs, hd) == 72 && offsetof(StnDistObs, vd) == 80);
+static_assert(offsetof(StnDistObs, heightTerm) == 88);
+
 static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
 static_assert(sizeof(kavo::ObsReply) == 56);
 static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);
