@@ -2,25 +2,14 @@
 
 #include <array>
 #include <cmath>
-#include <numbers>
+
+#include "geometry.hpp"
 
 namespace kavo_app {
 namespace {
 
-constexpr StatusRow kComputed{STATUS_OK, true, "computed"};
-constexpr StatusRow kPointInvalid{ERR_POINT_INVALID, false,
-                                  "a point has no position: give its north and east"};
 constexpr StatusRow kLinePointsCoincide{
     ERR_NO_DIRECTION, false, "the line's two points coincide: give two different points"};
-
-IntAngle Wrapped(IntAngle angle) {
-  const IntAngle rest = angle % ANGLE_FULL_CIRCLE;
-  return rest < 0 ? rest + ANGLE_FULL_CIRCLE : rest;
-}
-
-double Radians(IntAngle angle) {
-  return static_cast<double>(angle) * (std::numbers::pi / ANGLE_HALF_CIRCLE);
-}
 
 // --- inverse
 

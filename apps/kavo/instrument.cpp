@@ -2,21 +2,30 @@
 #include "instrument.hpp"
 
 #include "core/host.hpp"
+#include "geometry.hpp"
 
 namespace kavo_app {
 namespace {
 
 InstrumentSettings instrument;
+InstrumentSetup setup;
+bool isSetUp = false;
 
 }  // namespace
 
 void SetInstrument(const InstrumentSettings& settings) { instrument = settings; }
+
+void SetUpInstrument(const InstrumentSetup& newSetup) {
+  setup = newSetup;
+  isSetUp = true;
+}
 
 }  // namespace kavo_app
 
 namespace kavo {
 
 using kavo_app::instrument;
+using kavo_app::setup;
 
 std::int16_t GetSettingInt(std::uint16_t id) noexcept {
   switch (id) {
@@ -42,11 +51,27 @@ void GetSiteRecord(SiteRecord& out) noexcept {
   out.meanElev = instrument.siteElev;
 }
 
-// No job sets the instrument up on a station yet, so there is nothing to read an angle from.
-std::int32_t CalcObsFromPoint(double /*north*/, double /*east*/, double /*elev*/,
-                              double /*hookValue*/, ObsReply& reply) noexcept {
+// The readings from the station's axis to a target that stands `hookValue` above the point, and the
+// point itself. The reading on the circle is the azimuth less the orientation.
+std::int32_t CalcObsFromPoint(double north, double east, double elev, double hookValue,
+                              ObsReply& reply) noexcept {
   reply = ObsReply{};
-  return -1;
+  if (!kavo_app::isSetUp) {
+    return -1;
+  }
+  const CoordPt axis = kavo_app::AtElev(setup.station, setup.station.elev + setup.height);
+  const CoordPt target{north, east, elev + hookValue, COORD_HAS_NE | COORD_HAS_ELEV, {}};
+  AngDistRec sight{};
+  if (KavoCogoCoordToAngDist(&axis, &target, &sight) != STATUS_OK) {
+    return -1;
+  }
+  reply.ha = kavo_app::Wrapped(sight.azimuth - setup.orient);
+  reply.va = sight.zenith;
+  reply.dist = sight.slopeDist;
+  reply.north = north;
+  reply.east = east;
+  reply.elev = elev;
+  return 0;
 }
 
 std::int32_t QueryFaceSetting() noexcept { return instrument.face2 ? 1 : 0; }

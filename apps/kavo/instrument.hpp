@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "kavostdlib.h"
+
 namespace kavo_app {
 
 /// What a job can set on the instrument; as it stands here, everything is off and the library
@@ -16,6 +18,16 @@ struct InstrumentSettings {
   double scaleFactor = 1.0;  ///< Grid scale factor, no unit.
   bool face2 = false;
 };
+
+/// The station that the instrument stands on while a step is computed.
+struct InstrumentSetup {
+  CoordPt station{};    ///< Needs a position; the elevation of a station without one counts as 0.
+  IntAngle orient = 0;  ///< Azimuth of the circle's zero.
+  double height = 0.0;  ///< Of the instrument above the station, metres.
+};
+
+/// Sets the instrument up. Until then it answers no point, as the library does as shipped.
+void SetUpInstrument(const InstrumentSetup& setup);
 
 /// Sets the instrument that answers the library in this process.
 void SetInstrument(const InstrumentSettings& settings);

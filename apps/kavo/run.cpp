@@ -6,6 +6,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "geometry.hpp"
+
 namespace kavo_app {
 namespace {
 
@@ -152,15 +154,6 @@ class Runner {
       return (point->flags & COORD_HAS_ELEV) != 0 ? Value{point->elev} : Value{};
     }
     return component == "north" ? point->north : point->east;
-  }
-
-  // Into half a circle either side of 0.
-  static IntAngle Folded(IntAngle angle) {
-    const IntAngle rest = angle % ANGLE_FULL_CIRCLE;
-    if (rest > ANGLE_HALF_CIRCLE) {
-      return rest - ANGLE_FULL_CIRCLE;
-    }
-    return rest <= -ANGLE_HALF_CIRCLE ? rest + ANGLE_FULL_CIRCLE : rest;
   }
 
   const Job& job_;

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "cogo_services.hpp"
+#include "measure_services.hpp"
+#include "reference_services.hpp"
 
 namespace kavo_app {
 
@@ -66,7 +68,21 @@ const Value& Inputs::Find(std::string_view name) const {
   return values_[*index];
 }
 
-std::span<const Service> Services() { return CogoServices(); }
+bool Inputs::Has(std::string_view name) const {
+  const auto index = FindField(fields_, name);
+  return index && Available(values_[*index]);
+}
+
+std::span<const Service> Services() {
+  static const std::vector<Service> services = [] {
+    std::vector<Service> all;
+    for (const auto family : {CogoServices(), MeasureServices(), ReferenceServices()}) {
+      all.insert(all.end(), family.begin(), family.end());
+    }
+    return all;
+  }();
+  return services;
+}
 
 const Service* FindService(std::string_view name) {
   const auto service = std::ranges::find(Services(), name, &Service::name);

@@ -76,6 +76,12 @@ struct StatusRow {
   std::string_view sentence;  ///< What it means; for a failure also what to do.
 };
 
+/// Rows that many services share.
+inline constexpr StatusRow kComputed{STATUS_OK, true, "computed"};
+inline constexpr StatusRow kPointInvalid{ERR_POINT_INVALID, false,
+                                         "a point has no position, or no elevation where one is "
+                                         "needed: give its north and east, and elev"};
+
 /// The inputs of one call, looked up by field name. A name or type that is not the table's is a
 /// fault of the program and ends it.
 class Inputs {
@@ -99,7 +105,8 @@ class Inputs {
   IntAngle Angle(std::string_view name, IntAngle absent) const {
     return Available(Find(name)) ? Angle(name) : absent;
   }
-  bool Has(std::string_view name) const { return Available(Find(name)); }
+  /// True when the service has such an input and the job gives it.
+  bool Has(std::string_view name) const;
 
  private:
   const Value& Find(std::string_view name) const;

@@ -1,0 +1,37 @@
+// Small geometry that kavo does itself, around what the library does.
+#pragma once
+
+#include <numbers>
+
+#include "kavostdlib.h"
+
+namespace kavo_app {
+
+/// The angle in [0, full circle).
+constexpr IntAngle Wrapped(IntAngle angle) {
+  const IntAngle rest = angle % ANGLE_FULL_CIRCLE;
+  return rest < 0 ? rest + ANGLE_FULL_CIRCLE : rest;
+}
+
+/// The angle in (-half circle, half circle].
+constexpr IntAngle Folded(IntAngle angle) {
+  const IntAngle wrapped = Wrapped(angle);
+  return wrapped > ANGLE_HALF_CIRCLE ? wrapped - ANGLE_FULL_CIRCLE : wrapped;
+}
+
+/// Radians of an angle.
+constexpr double Radians(IntAngle angle) {
+  return static_cast<double>(angle) * (std::numbers::pi / ANGLE_HALF_CIRCLE);
+}
+
+/// Whether the point's elevation is known.
+constexpr bool HasElev(const CoordPt& point) { return (point.flags & COORD_HAS_ELEV) != 0; }
+
+/// The point with another elevation.
+constexpr CoordPt AtElev(CoordPt point, double elev) {
+  point.elev = elev;
+  point.flags = COORD_HAS_NE | COORD_HAS_ELEV;
+  return point;
+}
+
+}  // namespace kavo_app

@@ -1,0 +1,329 @@
+#include "reference_services.hpp"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cmath>
+
+#include "arc_truth.hpp"
+#include "geometry.hpp"
+
+namespace kavo_app {
+namespace {
+
+constexpr StatusRow kNoBase{ERR_NO_BASE, false, "there is no base: set one in an earlier step"};
+
+constexpr Field kAlong{"along", Kind::kLength, "chainage from the start; negative before it"};
+constexpr Field kOffset{"offset", Kind::kLength, "distance across; positive to the right"};
+constexpr Field kMeasured{"point", Kind::kPoint, "the measured point"};
+
+// --- reference line
+
+constexpr std::array kLineSetIn = {
+    Field{"from", Kind::kPoint, "start of the base line"},
+    Field{"to", Kind::kPoint, "its end"},
+};
+constexpr std::array kLineSetOut = {
+    Field{"baseline", Kind::kFigure, "the base line, for steps of line-point"},
+};
+constexpr std::array kLineSetStatus = {
+    StatusRow{STATUS_OK, true, "the base line is set"},
+    StatusRow{ERR_NO_DIRECTION, false, "the ends coincide: give two different points"},
+    kPointInvalid,
+};
+
+std::int32_t SetLine(const Inputs& in) {
+  return KavoREFSetBaseLine(&in.Point("from"), &in.Point("to"));
+}
+
+Answer LineSet(const Inputs& in) { return {SetLine(in), {FigureOf(in)}}; }
+
+constexpr std::array kLinePointIn = {
+    Field{"baseline", Kind::kFigure, "the base line"},
+    kMeasured,
+};
+constexpr std::array kLinePointOut = {
+    kAlong,
+    kOffset,
+    Field{"dElev", Kind::kLength, "height above the line; none without heights"},
+    Field{"foot", Kind::kPoint, "foot of the perpendicular on the line"},
+};
+constexpr std::array kLinePointStatus = {kComputed, kNoBase, kPointInvalid};
+
+Answer LinePoint(const Inputs& in) {
+  SetLine(in.Base("baseline"));
+  RefLineResult out{};
+  const auto status = KavoREFCalc(&in.Point("point"), &out);
+  return {
+      status,
+      {out.along, out.offset, HasElev(out.foot) ? Value{out.dElev} : Value{}, OrNothing(out.foot)}};
+}
+
+// --- reference arc
+
+constexpr Field kStart{"start", Kind::kPoint, "start of the arc; its elevation is the arc's"};
+constexpr Field kStartDir{"startDir", Kind::kAzimuth, "azimuth of the tangent at the start"};
+constexpr Field kEndDir{"endDir", Kind::kAzimuth, "azimuth of the tangent at the end"};
+constexpr Field kRadius{"radius", Kind::kLength,
+                        "radius; positive turns clockwise, negative anticlockwise"};
+constexpr Field kArcLength{"arcLength", Kind::kLength, "length along the arc"};
+
+constexpr std::array kArcOut = {
+    Field{"arc", Kind::kFigure, "the arc, for steps of arc-point"},
+    kStartDir,
+    kEndDir,
+    kRadius,
+    kArcLength,
+    Field{"centralAngle", Kind::kAngle, "angle at the centre, with the sign of the radius"},
+};
+constexpr StatusRow kSameTangents{ERR_INDETERMINATE, false,
+                                  "both tangents have one azimuth: that is no arc"};
+
+constexpr std::array kArcByTangentsIn = {kStart, Field{"end", Kind::kPoint, "end of the arc"},
+                                         kStartDir, kEndDir};
+constexpr std::array kArcByTangentsStatus = {
+    kComputed,
+    StatusRow{ERR_NO_DIRECTION, false, "the ends coincide: give two different points"},
+    kSameTangents,
+    kPointInvalid,
+};
+constexpr std::array kArcByAngleIn = {kStart, kStartDir, kRadius, kEndDir};
+constexpr std::array kArcByAngleStatus = {
+    kComputed,
+    StatusRow{ERR_REFUSED, false, "the radius is 0: give another"},
+    kSameTangents,
+    kPointInvalid,
+};
+constexpr std::array kArcByLengthIn = {kStart, kStartDir, kRadius, kArcLength};
+constexpr std::array kArcByLengthStatus = {
+    kComputed,
+    StatusRow{ERR_REFUSED, false, "the radius is 0, or the length not above 0: give others"},
+    kPointInvalid,
+};
+
+// An arc is set by whichever three or four inputs its step had.
+std::int32_t SetArc(const Inputs& in) {
+  const CoordPt& start = in.Point("start");
+  const IntAngle startDir = in.Angle("startDir");
+  if (in.Has("end")) {
+    return KavoREFSetArcByCoord(&start, &in.Point("end"), startDir, in.Angle("endDir"));
+  }
+  if (in.Has("endDir")) {
+    return KavoREFSetArcByRadiusHAngle(&start, startDir, in.Number("radius"), in.Angle("endDir"));
+  }
+  return KavoREFSetArcByRadiusArcLen(&start, startDir, in.Number("radius"), in.Number("arcLength"));
+}
+
+Answer ArcSet(const Inputs& in) {
+  const auto status = SetArc(in);
+  RefArcParams params{};
+  KavoREFGetArcParams(&params);
+  return {status,
+          {FigureOf(in), params.startDir, Wrapped(params.endDir), params.radius, params.arcLength,
+           params.centralAngle}};
+}
+
+constexpr std::array kArcPointIn = {
+    Field{"arc", Kind::kFigure, "the arc"},
+    kMeasured,
+};
+constexpr std::array kArcPointOut = {
+    kAlong,
+    kOffset,
+    Field{"dElev", Kind::kLength, "height above the arc; none without heights"},
+};
+constexpr std::array kArcPointStatus = {
+    kComputed,
+    StatusRow{ERR_NO_DIRECTION, false, "the point is the centre of the arc: it has no chainage"},
+    kPointInvalid,
+};
+
+// The library's formula leaves the geometry in some places (its header names them), which a
+// surveyor must hear of. The bound is well above what truncated directions can make.
+std::string NoteOnArc(const Inputs& arc, const CoordPt& point, const RefLineResult& out) {
+  constexpr double kMillimetre = 1e-3;
+  constexpr double kTruncation = 1e-6;
+  RefArcParams params{};
+  KavoREFGetArcParams(&params);
+  const auto truth = TrueArcPosition(
+      {arc.Point("start"), params.startDir, params.radius, params.arcLength}, point);
+  const double bound = kMillimetre + kTruncation * std::fabs(params.radius);
+  if (std::hypot(truth.along - out.along, truth.offset - out.offset) <= bound) {
+    return {};
+  }
+  return fmt::format(
+      "the instrument's formula is off here; geometrically along is {:.4f} m, "
+      "offset {:.4f} m",
+      truth.along, truth.offset);
+}
+
+Answer ArcPoint(const Inputs& in) {
+  const Inputs& arc = in.Base("arc");
+  const CoordPt& point = in.Point("point");
+  SetArc(arc);
+  RefLineResult out{};
+  const auto status = KavoREFCalcArc(&point, &out);
+  const bool withElev = HasElev(point) && HasElev(arc.Point("start"));
+  return {status,
+          {out.along, out.offset, withElev ? Value{out.dElev} : Value{}},
+          NoteOnArc(arc, point, out)};
+}
+
+// --- planes
+
+constexpr Field kStation{"station", Kind::kPoint,
+                         "the instrument's station; heights need its elevation"};
+constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height; 0 when absent",
+                                  Need::kOptional};
+constexpr Field kOrient{"orient", Kind::kAzimuth, "azimuth of the circle's zero; 0 when absent",
+                        Need::kOptional};
+constexpr Field kHa{"ha", Kind::kAzimuth, "horizontal reading, either face"};
+constexpr Field kVa{"va", Kind::kZenith, "zenith reading"};
+constexpr StatusRow kOnPlane{ERR_INDETERMINATE, false,
+                             "the instrument stands in the plane: move it off the plane"};
+constexpr const char* kMissesPlane =
+    "the sight does not meet the plane: it is parallel to it, vertical or leads away from it";
+
+constexpr std::array kWallSetIn = {
+    Field{"p1", Kind::kPoint, "first point; its elevation is the height reference"},
+    Field{"p2", Kind::kPoint, "second point"},
+};
+constexpr std::array kWallSetOut = {
+    Field{"wall", Kind::kFigure, "the vertical plane, for steps of wall-point"},
+};
+constexpr std::array kWallSetStatus = {
+    StatusRow{STATUS_OK, true, "the plane is set"},
+    StatusRow{WARN_NO_ELEVATION, true, "the plane is set; its first point has no elevation"},
+    StatusRow{ERR_NO_DIRECTION, false, "the points coincide in plan: give two different points"},
+    kPointInvalid,
+};
+
+std::int32_t SetWall(const Inputs& in) {
+  return KavoREFSet2PtBasePlane(&in.Point("p1"), &in.Point("p2"));
+}
+
+Answer WallSet(const Inputs& in) { return {SetWall(in), {FigureOf(in)}}; }
+
+constexpr std::array kWallPointIn = {
+    Field{"wall", Kind::kFigure, "the vertical plane"},
+    kStation,
+    kInstrumentHeight,
+    kOrient,
+    kHa,
+    kVa,
+};
+constexpr std::array kWallPointOut = {
+    Field{"point", Kind::kPoint, "where the sight meets the plane"},
+    Field{"along", Kind::kLength, "distance along the plane from its first point"},
+    Field{"height", Kind::kLength, "height above its first point; none without elevation"},
+};
+constexpr std::array kWallPointStatus = {
+    kComputed,
+    StatusRow{WARN_NO_ELEVATION, true, "computed; the plane's first point has no elevation"},
+    kNoBase,
+    kOnPlane,
+};
+
+Answer WallPoint(const Inputs& in) {
+  SetWall(in.Base("wall"));
+  CoordPt point{};
+  double along = VALUE_INVALID;
+  double height = VALUE_INVALID;
+  const auto status =
+      KavoREFCalc2PtPlane(Wrapped(in.Angle("ha") + in.Angle("orient", 0)), in.Angle("va"),
+                          &in.Point("station"), in.Number("ih", 0.0), &point, &along, &height);
+  const bool stationElev = HasElev(in.Point("station"));
+  const bool withElev = stationElev && HasElev(in.Base("wall").Point("p1"));
+  if (!stationElev) {
+    point.flags = COORD_HAS_NE;
+  }
+  Answer answer{status,
+                {OrNothing(point), OrNothing(along), withElev ? OrNothing(height) : Value{}}};
+  if (along == VALUE_INVALID && (status == STATUS_OK || status == WARN_NO_ELEVATION)) {
+    answer.trouble = kMissesPlane;
+  }
+  return answer;
+}
+
+constexpr std::array kPlaneSetIn = {
+    Field{"p1", Kind::kPoint, "first point, the origin; with elevation"},
+    Field{"p2", Kind::kPoint, "second point, the direction along; with elevation"},
+    Field{"p3", Kind::kPoint, "third point, with elevation; the plane is vertical when absent",
+          Need::kOptional},
+};
+constexpr std::array kPlaneSetOut = {
+    Field{"plane", Kind::kFigure, "the plane, for steps of plane-point"},
+};
+constexpr std::array kPlaneSetStatus = {
+    StatusRow{STATUS_OK, true, "the plane is set"},
+    StatusRow{ERR_NO_DIRECTION, false, "two of the points coincide: give different ones"},
+    StatusRow{ERR_INDETERMINATE, false, "the points lie in one line: give one off it"},
+    kPointInvalid,
+};
+
+std::int32_t SetPlane(const Inputs& in) {
+  return KavoREFSet3PtBasePlane(&in.Point("p1"), &in.Point("p2"),
+                                in.Has("p3") ? &in.Point("p3") : nullptr);
+}
+
+Answer PlaneSet(const Inputs& in) { return {SetPlane(in), {FigureOf(in)}}; }
+
+constexpr std::array kPlanePointIn = {
+    Field{"plane", Kind::kFigure, "the plane"}, kStation, kInstrumentHeight, kOrient, kHa, kVa,
+};
+constexpr std::array kPlanePointOut = {
+    Field{"point", Kind::kPoint, "where the sight meets the plane"},
+    Field{"along", Kind::kLength, "in the plane, from its first point towards the second"},
+    Field{"across", Kind::kLength,
+          "in the plane, across that; positive to the right as seen from the instrument"},
+};
+constexpr std::array kPlanePointStatus = {kComputed, kNoBase, kOnPlane, kPointInvalid};
+
+Answer PlanePoint(const Inputs& in) {
+  if (!HasElev(in.Point("station"))) {
+    return {ERR_POINT_INVALID, {{}, {}, {}}};
+  }
+  SetPlane(in.Base("plane"));
+  CoordPt point{};
+  double along = VALUE_INVALID;
+  double across = VALUE_INVALID;
+  const auto status =
+      KavoREFCalc3PtPlane(Wrapped(in.Angle("ha") + in.Angle("orient", 0)), in.Angle("va"),
+                          &in.Point("station"), in.Number("ih", 0.0), &point, &along, &across);
+  Answer answer{status, {OrNothing(point), OrNothing(along), OrNothing(across)}};
+  if (status == STATUS_OK && along == VALUE_INVALID) {
+    answer.trouble = kMissesPlane;
+  }
+  return answer;
+}
+
+constexpr std::array kServices = {
+    Service{"line-set", "KavoREFSetBaseLine", "reference line through two points", kLineSetIn,
+            kLineSetOut, kLineSetStatus, LineSet},
+    Service{"line-point", "KavoREFCalc", "point against a reference line", kLinePointIn,
+            kLinePointOut, kLinePointStatus, LinePoint},
+    Service{"arc-by-tangents", "KavoREFSetArcByCoord", "reference arc by its ends and tangents",
+            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet},
+    Service{"arc-by-angle", "KavoREFSetArcByRadiusHAngle",
+            "reference arc by start, radius and end tangent", kArcByAngleIn, kArcOut,
+            kArcByAngleStatus, ArcSet},
+    Service{"arc-by-length", "KavoREFSetArcByRadiusArcLen",
+            "reference arc by start, radius and length", kArcByLengthIn, kArcOut,
+            kArcByLengthStatus, ArcSet},
+    Service{"arc-point", "KavoREFCalcArc", "point against a reference arc", kArcPointIn,
+            kArcPointOut, kArcPointStatus, ArcPoint},
+    Service{"wall-set", "KavoREFSet2PtBasePlane", "vertical plane through two points", kWallSetIn,
+            kWallSetOut, kWallSetStatus, WallSet},
+    Service{"wall-point", "KavoREFCalc2PtPlane", "sight intersected with a vertical plane",
+            kWallPointIn, kWallPointOut, kWallPointStatus, WallPoint},
+    Service{"plane-set", "KavoREFSet3PtBasePlane", "plane through three points, or vertical by two",
+            kPlaneSetIn, kPlaneSetOut, kPlaneSetStatus, PlaneSet},
+    Service{"plane-point", "KavoREFCalc3PtPlane", "sight intersected with a plane", kPlanePointIn,
+            kPlanePointOut, kPlanePointStatus, PlanePoint},
+};
+
+}  // namespace
+
+std::span<const Service> ReferenceServices() { return kServices; }
+
+}  // namespace kavo_app
