@@ -1,5 +1,4 @@
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -17,13 +16,6 @@ constexpr std::array<std::string_view, 7> kJobKeys = {"title",  "source",  "angl
                                                       "points", "control", "step"};
 constexpr std::array<std::string_view, 7> kStepKeys = {
     "service", "name", "note", "each", "expect", "tolerance", "angle-tolerance"};
-
-// What both kinds of lists of services look like in a message.
-std::string ServiceNames() {
-  std::vector<std::string_view> names;
-  std::ranges::transform(Services(), std::back_inserter(names), &Service::name);
-  return fmt::format("{}", fmt::join(names, ", "));
-}
 
 std::vector<std::string_view> KnownStepKeys(const Service& service) {
   std::vector<std::string_view> known(kStepKeys.begin(), kStepKeys.end());
@@ -127,13 +119,12 @@ class JobReader {
   const Service& ServiceOf(const TomlReader& step) const {
     const auto* node = step.Find("service");
     if (node == nullptr) {
-      step.FailMissing("service", "there are " + ServiceNames());
+      step.FailMissing("service", "kavo list names them");
     }
     const auto name = step.TextOf(*node, "service");
     const auto* service = FindService(name);
     if (service == nullptr) {
-      step.Fail(*node, "service",
-                fmt::format("\"{}\" is no service; there are {}", name, ServiceNames()));
+      step.Fail(*node, "service", fmt::format("\"{}\" is no service; kavo list names them", name));
     }
     return *service;
   }

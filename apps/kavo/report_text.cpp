@@ -208,6 +208,24 @@ class TextReporter {
     return std::ranges::any_of(step.service->outputs, ShowsItself, &Field::kind);
   }
 
+  // What any row of a table expects, in the order of the outputs.
+  std::vector<std::string> ExpectedNames(std::size_t first, std::size_t last) const {
+    std::vector<std::string> names;
+    for (const auto& cell : OutputCells(first, true)) {
+      const bool expected = std::any_of(
+          job_.steps.begin() + static_cast<std::ptrdiff_t>(first),
+          job_.steps.begin() + static_cast<std::ptrdiff_t>(last), [&cell](const Step& step) {
+            return std::ranges::any_of(step.expected, [&](const Expectation& expectation) {
+              return ExpectedName(step, expectation) == cell.heading;
+            });
+          });
+      if (expected) {
+        names.push_back(cell.heading);
+      }
+    }
+    return names;
+  }
+
   std::vector<Cell> TableRow(std::size_t index, std::size_t first, std::size_t last) const {
     const Step& step = job_.steps[index];
     const Outcome& outcome = outcomes_[index];
@@ -221,10 +239,17 @@ class TextReporter {
       }
     }
     std::ranges::move(OutputCells(index, true), std::back_inserter(cells));
-    for (std::size_t i = 0; i < step.expected.size(); ++i) {
-      const auto name = ExpectedName(step, step.expected[i]);
-      cells.push_back({"expected", name, ValueText(step.expected[i].value)});
-      cells.push_back({"difference", name, DifferenceTextOf(outcome.comparisons[i])});
+    for (const auto& name : ExpectedNames(first, last)) {
+      Cell expected{"expected", name, ""};
+      Cell difference{"difference", name, ""};
+      for (std::size_t i = 0; i < step.expected.size(); ++i) {
+        if (ExpectedName(step, step.expected[i]) == name) {
+          expected.text = ValueText(step.expected[i].value);
+          difference.text = DifferenceTextOf(outcome.comparisons[i]);
+        }
+      }
+      cells.push_back(expected);
+      cells.push_back(difference);
     }
     cells.push_back({"", "", std::string(RowVerdict(outcome))});
     return cells;
