@@ -42,7 +42,9 @@ struct Argument<T*, Count> {
 };
 
 /// What a function without a result returns.
-struct Nothing {};
+struct Nothing {
+  char same = 0;  // as any other Nothing
+};
 
 template <class Function, std::size_t Count>
 class CallOf;
