@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "../vectors/replay.hpp"
 #include "fake_host.hpp"
+#include "replay.hpp"
 
 namespace {
 
