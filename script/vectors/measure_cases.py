@@ -210,15 +210,17 @@ def corner_3pt() -> Iterator[Case]:
 WALLS = ((at(3.0, -4.0), at(3.0, 9.0)), (at(8.0, 1.0), at(8.0, 2.0)), (at(-2.0, 6.0), at(8.0, 6.0)),
          (at(0.0, 0.0), at(4.0, 2.0)), (at(1.0, 9.0), at(-3.0, 7.0)),
          (at(0.0, 0.0), at(1.0, 0.5 + 2.0**-53)), (at(1.0, 2.0), at(1.0, 2.0)),
-         (at(0.0, 0.0), at(1e-170, 2e-170)), (at(0.0, 0.0), at(1.0, 1e12)))
+         (at(0.0, 0.0), at(1.0, 1e12)))
+TINY_WALL = high(0.0, 0.0, 1.0), high(1e-170, 2e-170, 1.0)  # its length is lost in the squares
 
 
 def corner_4pt() -> Iterator[Case]:
     """Two walls; without an elevation of the last point the plan intersection stays."""
-    for a1, b1 in WALLS:
-        for a2, b2 in WALLS:
-            yield a1, b1, a2, b2, UNREAD, HOOK
-            yield a1, b1, a2, high(b2.north, b2.east, 5.0), UNREAD, HOOK
+    for wall in WALLS:
+        for other in WALLS:
+            yield *wall, *other, UNREAD, HOOK
+        yield *wall, *TINY_WALL, UNREAD, HOOK
+        yield *TINY_WALL, wall[0], high(wall[1].north, wall[1].east, 5.0), UNREAD, HOOK
     slanting = at(0.0, 0.0, NAN, 0), at(4.0, 2.0, NAN, HAS_ELEV)
     for flags in ALL_FLAGS:
         yield *slanting, at(9.0, 8.0, 7.0, flags), at(1.0, 8.0, 7.0, flags), UNREAD, HOOK

@@ -5,6 +5,7 @@ angles 1/16 arc-second, other angles radians.
 """
 
 import copy
+import math
 from collections.abc import Callable
 from dataclasses import dataclass, field
 from typing import Any
@@ -13,10 +14,10 @@ from cogo import intersect_lines_2pt, plan_line
 from frame import (PI, apply_azimuth_reference, has_elev, has_ne, same_plan, truncated_angle,
                    unwrapped_rad, wrap)
 from ieee import add32, atan2, cos, divide, hypot, quotient, remainder, sin, sub32, tan
-from records import (ERR_INDETERMINATE, ERR_NO_BASE, ERR_NO_DIRECTION, ERR_POINT_INVALID,
-                     ERR_REFUSED, F64, FULL_CIRCLE, HALF_CIRCLE, HAS_ELEV, HAS_NE, I32,
-                     QUARTER_CIRCLE, STATUS_OK, CoordPt, LineDef, RefArcParams, RefLineResult,
-                     untouched)
+from records import (ANGLE_INVALID, ERR_INDETERMINATE, ERR_NO_BASE, ERR_NO_DIRECTION,
+                     ERR_POINT_INVALID, ERR_REFUSED, F64, FULL_CIRCLE, HALF_CIRCLE, HAS_ELEV,
+                     HAS_NE, I32, QUARTER_CIRCLE, STATUS_OK, CoordPt, LineDef, RefArcParams,
+                     RefLineResult, untouched)
 
 # --- Reference line -------------------------------------------------------------------------------
 
@@ -173,7 +174,9 @@ def set_arc_by_radius_arc_len(start: CoordPt, start_tangent: I32, radius: F64,
     full_circle = abs(radius) * TWO_PI
     ARC.arc_length = full_circle if arc_length > full_circle else arc_length
     ARC.central_angle = central_angle(ARC.arc_length, radius)
-    ARC.end_dir = add32(ARC.central_angle, ARC.start_dir)
+    ARC.end_dir = ANGLE_INVALID
+    if ARC.central_angle != ANGLE_INVALID:
+        ARC.end_dir = ARC.central_angle + ARC.start_dir  # deliberately not brought into one circle
     place_centre()
     return STATUS_OK
 
@@ -251,13 +254,13 @@ def get_arc_params(out: RefArcParams) -> I32:
 
 
 def direction_from_centre(dn: float, de: float) -> int:
-    """Azimuth of the difference, truncated to the unit."""
+    """Azimuth of the difference, truncated to the unit; invalid where it is no number."""
     if dn == 0.0:
         return QUARTER_CIRCLE if de >= 0.0 else 3 * QUARTER_CIRCLE
     if de == 0.0:
         return 0 if dn >= 0.0 else HALF_CIRCLE
     t = truncated_angle(atan2(de, dn) * HALF_CIRCLE_UNITS * -ONE_OVER_PI)
-    return remainder(sub32(FULL_CIRCLE, t), FULL_CIRCLE)
+    return t if t == ANGLE_INVALID else remainder(FULL_CIRCLE - t, FULL_CIRCLE)
 
 
 def length_of_angle(a: int) -> float:
@@ -273,9 +276,9 @@ def clockwise(rel: int, d: float) -> tuple[float, float]:
         return along, ARC.radius - divide(along, tan(x))
     if -QUARTER_CIRCLE <= rel <= ARC.central_angle:
         return length_of_angle(rel), ARC.radius - d
-    w = sub32(rel, ARC.central_angle)
+    w = rel - ARC.central_angle
     if rel < -QUARTER_CIRCLE:
-        w = add32(w, FULL_CIRCLE)
+        w += FULL_CIRCLE
     x = unwrapped_rad(abs(w))
     return sin(x) * d + ARC.arc_length, ARC.radius - cos(x) * d
 
@@ -289,9 +292,9 @@ def anticlockwise(rel: int, d: float) -> tuple[float, float]:
     if rel >= ARC.central_angle and (rel <= QUARTER_CIRCLE or rel >= HALF_CIRCLE):
         return length_of_angle(-rel), ARC.radius + d
     if rel <= QUARTER_CIRCLE:
-        w = sub32(rel, ARC.central_angle)
+        w = rel - ARC.central_angle
     else:
-        w = sub32(sub32(FULL_CIRCLE, ARC.central_angle), rel)
+        w = FULL_CIRCLE - ARC.central_angle - rel
     x = unwrapped_rad(abs(w))
     return sin(x) * d + ARC.arc_length, ARC.radius + cos(x) * d
 
@@ -306,13 +309,17 @@ def calc_arc(point: CoordPt, out: RefLineResult) -> I32:
     dn = point.north - ARC.centre.north
     de = point.east - ARC.centre.east
     d = hypot(dn, de)
-    rel = sub32(direction_from_centre(dn, de), ARC.centre_to_start)
-    if rel <= -HALF_CIRCLE:
-        rel += FULL_CIRCLE
-    elif rel > HALF_CIRCLE:
-        rel -= FULL_CIRCLE
-    branch = anticlockwise if ARC.radius < 0.0 else clockwise
-    out.along, out.offset = branch(rel, d)
+    az = direction_from_centre(dn, de)
+    if ANGLE_INVALID in (az, ARC.central_angle) or math.isnan(ARC.radius):
+        out.along = out.offset = math.nan  # no angle to place the point by, or no sense of turning
+    else:
+        rel = az - ARC.centre_to_start
+        if rel <= -HALF_CIRCLE:
+            rel += FULL_CIRCLE
+        elif rel > HALF_CIRCLE:
+            rel -= FULL_CIRCLE
+        branch = anticlockwise if ARC.radius < 0.0 else clockwise
+        out.along, out.offset = branch(rel, d)
     out.d_elev = height_above_arc(point, out.along)
     return STATUS_OK
 
