@@ -1,0 +1,153 @@
+#include "replay.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+namespace kavo_test {
+namespace {
+
+using Line = std::vector<std::string>;
+
+// Parentheses, and the semicolon between two calls, are words even without blanks around them.
+Line Split(const std::string& text) {
+  std::string spaced;
+  for (const char c : text) {
+    const bool isWord = std::string_view("();").find(c) != std::string_view::npos;
+    spaced += isWord ? std::string{' ', c, ' '} : std::string(1, c);
+  }
+  std::istringstream words(spaced);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+class Replayer {
+ public:
+  explicit Replayer(std::span<const Export> functions) : functions_(functions) {}
+
+  void ReplayFile(const std::string& path) {
+    path_ = path;
+    spelling_ = path.ends_with(".rows") ? Spelling::kReadable : Spelling::kBits;
+    names_.clear();
+    const int before = passed_ + failed_;
+    std::ifstream file(path);
+    number_ = 0;
+    for (std::string text; std::getline(file, text);) {
+      ++number_;
+      TakeLine(text);
+    }
+    Replay();
+    if (passed_ + failed_ == before) {
+      Complain("no row to be read");
+      ++failed_;
+    }
+  }
+
+  [[nodiscard]] bool Conclude() const {
+    std::printf("%d passed, %d failed\n", passed_, failed_);
+    return failed_ == 0 && passed_ > 0;
+  }
+
+ private:
+  // An indented line goes on with the row above it.
+  void TakeLine(const std::string& text) {
+    if (!text.empty() && text.front() == ' ') {
+      Append(text);
+      return;
+    }
+    Replay();
+    if (text.empty() || text.front() == '#') {
+      comment_ = text.empty() ? "" : text.substr(1) + ':';
+      return;
+    }
+    rowNumber_ = number_;
+    Append(text);
+  }
+
+  void Append(const std::string& text) {
+    for (const std::string& word : Split(text)) {
+      const auto named = names_.find(word);
+      if (named == names_.end()) {
+        row_.push_back(word);
+      } else {
+        row_.insert(row_.end(), named->second.begin(), named->second.end());
+      }
+    }
+  }
+
+  // Replays the row that is complete by now, if there is one, or keeps what `let NAME WORD...`
+  // names.
+  void Replay() {
+    const Line row = std::exchange(row_, {});
+    if (row.empty()) {
+      return;
+    }
+    if (row.front() == "let" && row.size() > 2) {
+      names_['$' + row[1]] = Line(row.begin() + 2, row.end());
+      return;
+    }
+    bool passed = true;
+    for (auto begin = row.begin();;) {
+      const auto end = std::find(begin, row.end(), ";");
+      passed = ReplayCall(Line(begin, end)) && passed;
+      if (end == row.end()) {
+        break;
+      }
+      begin = end + 1;
+    }
+    ++(passed ? passed_ : failed_);
+    comment_.clear();
+  }
+
+  [[nodiscard]] bool ReplayCall(const Line& call) const {
+    const auto equals = std::find(call.begin(), call.end(), "=");
+    const std::string name = call.empty() ? "" : call.front();
+    const auto function = std::ranges::find(functions_, name, &Export::name);
+    if (function == functions_.end() || equals == call.end()) {
+      Complain("no call of an export: " + name);
+      return false;
+    }
+    Words inputs(Line(call.begin() + 1, equals), spelling_);
+    Words outputs(Line(equals + 1, call.end()), spelling_);
+    Complaints complaints;
+    function->replay(inputs, outputs, complaints);
+    if (complaints.empty() && !outputs.AreUsedUp()) {
+      complaints.emplace_back("malformed outputs");
+    }
+    for (const std::string& complaint : complaints) {
+      Complain(name + ": " + complaint);
+    }
+    return complaints.empty();
+  }
+
+  void Complain(const std::string& complaint) const {
+    std::printf("%s:%d:%s %s\n", path_.c_str(), rowNumber_, comment_.c_str(), complaint.c_str());
+  }
+
+  std::span<const Export> functions_;
+  std::string path_;
+  Spelling spelling_ = Spelling::kBits;
+  std::map<std::string, Line> names_;
+  int number_ = 0;
+  Line row_;
+  int rowNumber_ = 1;
+  std::string comment_;
+  int passed_ = 0;
+  int failed_ = 0;
+};
+
+}  // namespace
+
+bool ReplayFiles(std::span<char* const> paths, std::span<const Export> functions) {
+  Replayer replayer(functions);
+  for (const char* path : paths) {
+    replayer.ReplayFile(path);
+  }
+  return replayer.Conclude();
+}
+
+}  // namespace kavo_test
