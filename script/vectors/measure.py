@@ -204,20 +204,17 @@ HOST_STATUS = ERR_REFUSED  # as shipped there is no model of an instrument to ob
 
 
 def report(obs_out: AngleDistObs, pt_out: CoordPt) -> None:
-    """What the host makes of the computed point; as shipped it zeroes everything."""
+    """What the host makes of the computed point: as shipped zeros, so the point is not worked out.
+    """
     obs_out.ha = obs_out.va = 0
     obs_out.dist = 0.0
     pt_out.north = pt_out.east = pt_out.elev = 0.0
     pt_out.flags = HAS_NE | HAS_ELEV
 
 
-def plan_unit(a: CoordPt, b: CoordPt) -> tuple[float, float, float]:
-    """Plan length from a to b and the unit vector's components; no vector without a length."""
-    dn = b.north - a.north
-    de = b.east - a.east
-    length = sqrt(square(de) + square(dn))
-    r = divide(1.0, length)
-    return length, r * dn, r * de
+def plan_length(a: CoordPt, b: CoordPt) -> float:
+    """Length in plan, 0 where the squares are lost."""
+    return sqrt(square(b.east - a.east) + square(b.north - a.north))
 
 
 def calc_ofs_corner_3pt(a: CoordPt, b: CoordPt, p: CoordPt, _unused: F64, _hook_value: F64,
@@ -225,8 +222,7 @@ def calc_ofs_corner_3pt(a: CoordPt, b: CoordPt, p: CoordPt, _unused: F64, _hook_
     """Foot of the perpendicular from p to the wall."""
     if not has_both(p):
         return ERR_POINT_INVALID
-    length, _, _ = plan_unit(a, b)
-    if length == 0.0:
+    if plan_length(a, b) == 0.0:
         return ERR_NO_DIRECTION
     report(obs_out, pt_out)
     return STATUS_OK
@@ -239,7 +235,7 @@ def calc_ofs_corner_4pt(a1: CoordPt, b1: CoordPt, a2: CoordPt, b2: CoordPt, _unu
         return ERR_INDETERMINATE
     if not has_both(b2):
         return ERR_POINT_INVALID
-    if plan_unit(a1, b1)[0] == 0.0 or plan_unit(a2, b2)[0] == 0.0:
+    if plan_length(a1, b1) == 0.0 or plan_length(a2, b2) == 0.0:
         return ERR_NO_DIRECTION
     report(obs_out, pt_out)
     return STATUS_OK

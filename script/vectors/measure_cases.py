@@ -263,6 +263,8 @@ def line_ha() -> Iterator[Vector]:
     # Vertical as far as the numbers tell; parallel sights; stations on the line's trace and near.
     yield facade, inclined_line(at(0.0, 0.0), high(1e-170, 0.0, 1.0)), FACADE_SIGHT
     yield facade, inclined_line(at(0.0, 0.0), high(1e-150, 0.0, 1.0)), FACADE_SIGHT
+    yield facade, inclined_line(at(0.0, 0.0, 1e15), high(0.0, 1e-150, 1e15 + 1.0)), FACADE_SIGHT
+    yield facade, inclined_line(at(0.0, 0.0, -1e15), high(0.0, 1e-150, 1e15)), FACADE_SIGHT
     for ha in (0, HALF_CIRCLE, FULL_CIRCLE, 1, QUARTER_CIRCLE):
         yield (inclined_line(ORIGIN, high(5.0, 0.0, 1.0), ha),)
     for east in (0.0, 4.9e-7, 5e-7, 5.1e-7, -4.9e-7, -5e-7, -5.1e-7):

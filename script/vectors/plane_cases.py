@@ -54,6 +54,7 @@ def vertical_plane() -> Iterator[Vector]:
                        at_facade(QUARTER_CIRCLE, 4000000, at(3.0, side * across)))
     for ha in (0, 1, -1, 2, -2, HALF_CIRCLE, HALF_CIRCLE + 1, HALF_CIRCLE - 2, QUARTER_CIRCLE):
         yield facade(high(0.0, 0.0, 1.0), at(9.0, 0.0)), at_facade(ha, 5000000)
+        yield facade(at(0.0, 0.0), at(9.0, 0.0)), at_facade(ha, 5000000, at(3.0, -0.4))
     for number in SPECIAL_NUMBERS:
         yield facade(high(number, 0.0, 1.0), at(1.0, number)), sight
         yield facade(high(0.0, 0.0, number), at(1.0, 1.0, number)), sight
@@ -116,9 +117,11 @@ def three_point_plane() -> Iterator[Vector]:
                3 * QUARTER_CIRCLE):
         yield floor, at_plane(700000, va), at_plane(700000, va, STATION, 99.0)
     # The instrument in the plane, and to either side of the tolerance.
-    for height in (0.0, 4.9e-7, 4.999e-7, 5.001e-7, 5.1e-7):
+    ground = plane(ORIGIN_3D, high(9.0, 0.0, 0.0), high(0.0, 9.0, 0.0))
+    for height in (0.0, math.nextafter(TOLERANCE, 0.0), TOLERANCE, 5.1e-7):
         for sign in (1.0, -1.0):
-            yield floor, at_plane(5, 7000000, high(1.0, 2.0, 5.0), sign * height)
+            yield ground, at_plane(5, 7000000, high(1.0, 2.0, 0.0), sign * height)
+            yield floor, at_plane(5, 3000000, high(1.0, 2.0, 5.0), sign * height)
     for angle in SPECIAL_ANGLES:
         yield plane(p1, p2, p3), at_plane(19000000, angle), at_plane(8000000 + HALF_CIRCLE, angle)
         yield plane(p1, p2, p3), at_plane(angle, 5000000), at_plane(angle, 15000000)

@@ -6,7 +6,7 @@ from collections.abc import Iterator
 import reference
 from cases import ALL_FLAGS, NO_POSITION, ORIGIN, Call, Source, Vector, at, high
 from records import FULL_CIRCLE, HALF_CIRCLE, HAS_NE, QUARTER_CIRCLE, STATUS_OK, CoordPt
-from rng import HUGE, NEAR_UNDERFLOW, SPECIAL_ANGLES, SPECIAL_NUMBERS, TINY, Rng
+from rng import HUGE, INF, NAN, NEAR_UNDERFLOW, SPECIAL_ANGLES, SPECIAL_NUMBERS, TINY, Rng
 
 ORDINARY = 60
 WILD = 30
@@ -109,6 +109,10 @@ def arc_by_coord() -> Iterator[Vector]:
         yield by_coord(START, at(100.0 + off, 220.0, 52.0), northward, HALF_CIRCLE), *NEAR_ARC
         yield (by_coord(at(100.0, 200.0, 50.0), at(100.0 + off, 180.0, 52.0), 0, -HALF_CIRCLE),
                PARAMS, *NEAR_ARC)
+    # The slopes of the tangents put this half circle's end at (20 / 2^27, 20): off by just so much.
+    for off in (math.nextafter(0.05, 0.0), 0.05):
+        yield (by_coord(high(0.0, 0.0, 50.0), at(20.0 / 2**27 + off, 20.0, 52.0), 0, HALF_CIRCLE),
+               *against_arc(high(10.0, 9.0, 51.0)))
     for s in (0, 1, 2592000, QUARTER_CIRCLE, -QUARTER_CIRCLE, 19000000, -FULL_CIRCLE):
         for turn in (0, 1, -1, 5000000, -5000000, HALF_CIRCLE - 1, HALF_CIRCLE, HALF_CIRCLE + 1,
                      -HALF_CIRCLE, FULL_CIRCLE):
@@ -183,14 +187,13 @@ def arc_by_length() -> Iterator[Vector]:
 
 
 # Angles at the centre of arcs, and of points from the start, around every change of branch.
-CENTRAL_ANGLES = (1, 2000000, QUARTER_CIRCLE, QUARTER_CIRCLE + 9, HALF_CIRCLE - 1, HALF_CIRCLE,
-                  15000000, FULL_CIRCLE - 1)
+CENTRAL_ANGLES = (1, 2000000, QUARTER_CIRCLE, HALF_CIRCLE, 15000000, FULL_CIRCLE - 1)
 FROM_START = (0, 1, -1, 2, -2, 1000000, QUARTER_CIRCLE - 1, QUARTER_CIRCLE, QUARTER_CIRCLE + 1,
               -QUARTER_CIRCLE + 1, -QUARTER_CIRCLE, -QUARTER_CIRCLE - 1, HALF_CIRCLE - 1,
               HALF_CIRCLE, HALF_CIRCLE + 1, 12000000)
 
 
-def on_the_unit(angle: int, central: int, sense: int) -> Vector:
+def on_the_unit(angle: int, dist: float, central: int, sense: int) -> Vector:
     """An arc, and a point so far on from its start (to the unit): due east of the centre.
 
     Coordinates are so large that no last bit of a sine reaches the centre. The sense is 1 or -1.
@@ -200,8 +203,7 @@ def on_the_unit(angle: int, central: int, sense: int) -> Vector:
     arc = by_tangents(far, s, sense * 64.0, s + sense * central)
     reference.EXPORTS[arc[0]](*arc[1:])
     centre = reference.ARC.centre
-    return arc, *against_arc(at(centre.north, centre.east + 64.0, 51.0, HAS_NE),
-                             at(centre.north, centre.east + 80.0, 51.0, HAS_NE))
+    return arc, *against_arc(at(centre.north, centre.east + dist, 51.0))
 
 
 def measured_arc() -> Iterator[Vector]:
@@ -209,16 +211,23 @@ def measured_arc() -> Iterator[Vector]:
     for central in CENTRAL_ANGLES:
         for sense in (1, -1):
             for angle in dict.fromkeys((*FROM_START, central - 1, central, central + 1)):
-                yield on_the_unit(angle, central, sense)
-    arc = by_tangents(at(100.0, 200.0), QUARTER_CIRCLE, 25.0, HALF_CIRCLE)  # centre (75, 200)
-    axes = against_arc(at(75.0, 225.0), at(75.0, 170.0), at(90.0, 200.0), at(60.0, 200.0))
-    yield arc, *axes
-    yield arc, *against_arc(at(75.0, 200.0), at(math.nextafter(75.0, 0.0), 200.0))
+                yield on_the_unit(angle, 64.0, central, sense)
+                yield on_the_unit(angle, 80.0, central, sense)
+    # Every axis and diagonal from the centre (75, 200), on arcs of either sense.
+    for arc in (by_tangents(at(100.0, 200.0), QUARTER_CIRCLE, 25.0, HALF_CIRCLE),
+                by_tangents(at(75.0, 225.0), HALF_CIRCLE, 25.0, HALF_CIRCLE - 1),
+                by_tangents(at(75.0, 225.0), 0, -25.0, QUARTER_CIRCLE)):
+        for north in (-30.0, 0.0, 0.5):
+            for east in (-30.0, 0.0, 0.5, 30.0):
+                yield arc, *against_arc(at(75.0 + north, 200.0 + east))
+        yield arc, *against_arc(at(math.nextafter(75.0, 0.0), 200.0))
+        for number in (NAN, INF, -INF):
+            yield arc, *against_arc(at(number, 199.0), at(80.0, number), at(number, number))
+            yield arc, *against_arc(at(number, 200.0), at(75.0, number))
     for flags in ALL_FLAGS:
         yield arc, *against_arc(at(101.0, 207.0, 8.0, flags), at(75.0, 200.0, 8.0, flags))
     for number in SPECIAL_NUMBERS:
         yield arc, *against_arc(at(number, 199.0), at(80.0, number), at(number, number))
-        yield arc, *against_arc(at(number, 200.0), at(75.0, number))
     rng = Rng()
     for _ in range(ORDINARY):
         region, radius = rng.region(), 5.0 + abs(rng.metres(200))

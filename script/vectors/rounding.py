@@ -10,7 +10,7 @@ import math
 from decimal import Decimal
 
 # Unlike answers of one library on two processors were seen up to 0.017 units from the middle, in
-# 200,000 arguments of sin and cos each.
+# 200,000 arguments of sin and cos each; wrong ones up to 0.015 units, in 120,000 of atan2.
 DOUBTFUL_ULPS = Decimal("0.02")
 
 _TERM_LIMIT = Decimal("1e-50")
@@ -20,12 +20,13 @@ _PI = Decimal("3.141592653589793238462643383279502884197169399375105820974944592
 
 def rounds_clearly(name: str, arguments: tuple[float, ...], value: float) -> bool:
     """Whether value is the double nearest to the named function of the arguments, beyond doubt."""
-    if name == "atan2":
-        return False  # not worked out here: the rounding to integer angles nearly always hides it
-    if not all(map(math.isfinite, (*arguments, value))):
+    if not all(map(math.isfinite, (*arguments, value))) or value == 0.0:
         return True
     with decimal.localcontext(_CONTEXT):
-        true_value = _true_value(name, *map(Decimal, arguments))
+        if name == "atan2":
+            true_value = _true_angle(*map(Decimal, arguments), Decimal(value))
+        else:
+            true_value = _true_value(name, *map(Decimal, arguments))
         error_ulps = abs(true_value - Decimal(value)) / Decimal(math.ulp(value))
         return error_ulps < Decimal("0.5") - DOUBTFUL_ULPS
 
@@ -38,13 +39,21 @@ def _true_value(name: str, x: Decimal, y: Decimal = Decimal(0)) -> Decimal:
     return {"sin": sine, "cos": cosine, "tan": sine / cosine}[name]
 
 
+def _true_angle(y: Decimal, x: Decimal, value: Decimal) -> Decimal:
+    """The angle of (x, y), by one step of Newton's from a value that is right to sixteen digits."""
+    if not x and not y:
+        return value  # a multiple of pi by rule
+    sine, cosine = _sine_and_cosine(value)
+    return value + (y * cosine - x * sine) / (x * cosine + y * sine)
+
+
 def _sine_and_cosine(x: Decimal) -> tuple[Decimal, Decimal]:
     """The power series, both at once: the derivatives turn through cos, -sin, -cos, sin."""
     x = x % (2 * _PI)
     sums = [Decimal(0)] * 4
     term = Decimal(1)
     k = 0
-    while abs(term) > _TERM_LIMIT:
+    while k < 4 or abs(term) > _TERM_LIMIT:
         sums[k % 4] += term
         k += 1
         term *= x / k
