@@ -41,8 +41,8 @@ HEADER = """\
 # Written by script/vectors/literal.py from the bare formulas, not by the library; do not edit.
 # Corners chosen by hand come first, then random cases from a fixed seed. check_vectors compares the
 # library with it.
-# Cases whose result hangs on a sine, cosine, tangent, arctangent or hypotenuse that good mathematics
-# libraries may round differently are left out.
+# Cases whose result hangs on a sine, cosine, tangent, arctangent or hypotenuse that good
+# mathematics libraries may round differently are left out.
 #
 # One vector per line: export, inputs, "=", outputs; further calls after ";", which find the state
 # that those before them left. No vector rests on the state that another one left. A token is the
@@ -51,6 +51,7 @@ HEADER = """\
 # array stands its count; "null" is a null pointer. Outputs are the returned value, if any, then
 # every output with its reserved fields. All bytes of an output are a5 before the call, so that
 # a5a5... is a field that must stay untouched. 7ff8000000000000 stands for any NaN.
+
 """
 
 
