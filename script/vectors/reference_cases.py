@@ -111,8 +111,9 @@ def arc_by_coord() -> Iterator[Vector]:
                PARAMS, *NEAR_ARC)
     # The slopes of the tangents put this half circle's end at (20 / 2^27, 20): off by just so much.
     for off in (math.nextafter(0.05, 0.0), 0.05):
-        yield (by_coord(high(0.0, 0.0, 50.0), at(20.0 / 2**27 + off, 20.0, 52.0), 0, HALF_CIRCLE),
-               *against_arc(high(10.0, 9.0, 51.0)))
+        half = by_coord(high(0.0, 0.0, 50.0), at(20.0 / 2**27 + off, 20.0, 52.0), 0, HALF_CIRCLE)
+        for north in (5.0, 9.0, 11.0):
+            yield half, *against_arc(high(north, 8.0, 51.0))
     for s in (0, 1, 2592000, QUARTER_CIRCLE, -QUARTER_CIRCLE, 19000000, -FULL_CIRCLE):
         for turn in (0, 1, -1, 5000000, -5000000, HALF_CIRCLE - 1, HALF_CIRCLE, HALF_CIRCLE + 1,
                      -HALF_CIRCLE, FULL_CIRCLE):
@@ -212,7 +213,7 @@ def measured_arc() -> Iterator[Vector]:
         for sense in (1, -1):
             for angle in dict.fromkeys((*FROM_START, central - 1, central, central + 1)):
                 yield on_the_unit(angle, 64.0, central, sense)
-                yield on_the_unit(angle, 80.0, central, sense)
+                yield on_the_unit(angle, 66.0, central, sense)
     # Every axis and diagonal from the centre (75, 200), on arcs of either sense.
     for arc in (by_tangents(at(100.0, 200.0), QUARTER_CIRCLE, 25.0, HALF_CIRCLE),
                 by_tangents(at(75.0, 225.0), HALF_CIRCLE, 25.0, HALF_CIRCLE - 1),

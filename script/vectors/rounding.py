@@ -1,4 +1,4 @@
-"""Tells results that every careful mathematics library rounds alike from those that it may not.
+"""Tells results that all careful mathematics libraries round alike from those that they may not.
 
 The best libraries are off by a little more than half a unit in the last place, and the same one
 answers differently on processors with and without fused multiplication. Such answers part only
@@ -18,33 +18,33 @@ _CONTEXT = decimal.Context(prec=60)
 _PI = Decimal("3.14159265358979323846264338327950288419716939937510582097494459230781640628621")
 
 
-def rounds_clearly(name: str, arguments: tuple[float, ...], value: float) -> bool:
-    """Whether value is the double nearest to the named function of the arguments, beyond doubt."""
+def other_answer(name: str, arguments: tuple[float, ...], value: float) -> float:
+    """What another library may answer for the named function; the value itself beyond doubt."""
     if not all(map(math.isfinite, (*arguments, value))) or value == 0.0:
-        return True
+        return value
     with decimal.localcontext(_CONTEXT):
-        if name == "atan2":
-            true_value = _true_angle(*map(Decimal, arguments), Decimal(value))
-        else:
-            true_value = _true_value(name, *map(Decimal, arguments))
-        error_ulps = abs(true_value - Decimal(value)) / Decimal(math.ulp(value))
-        return error_ulps < Decimal("0.5") - DOUBTFUL_ULPS
+        error = _error(name, *map(Decimal, arguments), value=Decimal(value))
+        if abs(error) / Decimal(math.ulp(value)) < Decimal("0.5") - DOUBTFUL_ULPS:
+            return value
+        return math.nextafter(value, math.copysign(math.inf, error))
 
 
-def _true_value(name: str, x: Decimal, y: Decimal = Decimal(0)) -> Decimal:
-    """The function to some fifty digits."""
+def _error(name: str, x: Decimal, y: Decimal = Decimal(0), *, value: Decimal) -> Decimal:
+    """How far the function lies above the value, to some thirty digits."""
     if name == "hypot":
-        return (x * x + y * y).sqrt()
+        return (x * x + y * y).sqrt() - value
+    if name == "atan2":
+        return _turn_to(y, x, value)
     sine, cosine = _sine_and_cosine(x)
-    return {"sin": sine, "cos": cosine, "tan": sine / cosine}[name]
+    return {"sin": sine, "cos": cosine, "tan": sine / cosine}[name] - value
 
 
-def _true_angle(y: Decimal, x: Decimal, value: Decimal) -> Decimal:
-    """The angle of (x, y), by one step of Newton's from a value that is right to sixteen digits."""
-    if not x and not y:
-        return value  # a multiple of pi by rule
+def _turn_to(north: Decimal, east: Decimal, value: Decimal) -> Decimal:
+    """The small angle by which a direction lies beyond the value, which is right to 16 digits."""
+    if not north and not east:
+        return Decimal(0)  # a multiple of pi by rule
     sine, cosine = _sine_and_cosine(value)
-    return value + (y * cosine - x * sine) / (x * cosine + y * sine)
+    return (east * cosine - north * sine) / (north * cosine + east * sine)
 
 
 def _sine_and_cosine(x: Decimal) -> tuple[Decimal, Decimal]:
