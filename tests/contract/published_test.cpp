@@ -2,19 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "call.hpp"
 #include "json_records.hpp"
 
 namespace {
@@ -22,59 +24,76 @@ namespace {
 using namespace kavo_test;
 using Json = nlohmann::json;
 
-// The exports: inputs by name in, outputs by name out.
-
-Json CoordToAngDist(const Json& in) {
-  const CoordPt station = in.at("station");
-  const CoordPt point = in.at("point");
-  auto out = Untouched<AngDistRec>();
-  const auto status = KavoCogoCoordToAngDist(&station, &point, &out);
-  return {{"status", status}, {"out", out}};
+/// Calls an export with its inputs by the names of its parameters, and gives its outputs by theirs.
+template <auto Export, std::size_t Count = 1>
+Json CallByName(const std::string& parameters, const Json& in) {
+  std::istringstream words(parameters);
+  const std::vector<std::string> names{std::istream_iterator<std::string>(words), {}};
+  Call<Export, Count> call;
+  call.VisitArguments([&](std::size_t number, auto& argument) {
+    if constexpr (requires { argument.value; }) {
+      in.at(names.at(number)).get_to(argument.value);
+    }
+  });
+  Json out = Json::object();
+  if constexpr (std::is_same_v<typename Call<Export, Count>::Result, Nothing>) {
+    call.Make(Export);
+  } else {
+    out["status"] = call.Make(Export);
+  }
+  call.VisitArguments([&](std::size_t number, auto& argument) {
+    if constexpr (requires { argument.items; }) {
+      out[names.at(number)] = Count == 1 ? Json(argument.items[0]) : Json(argument.items);
+    }
+  });
+  return out;
 }
 
-Json AngDistToCoord(const Json& in) {
-  const CoordPt station = in.at("station");
-  const AngDistRec polar = in.at("polar");
-  auto out = Untouched<CoordPt>();
-  const auto status = KavoCogoAngDistToCoord(&station, &polar, &out);
-  return {{"status", status}, {"out", out}};
-}
-
-Json CrossLine(const Json& in) {
-  const LineDef line1 = in.at("line1");
-  const LineDef line2 = in.at("line2");
-  auto out = Untouched<CoordPt>();
-  const auto status = KavoCogoCalcCrossLine(&line1, &line2, &out);
-  return {{"status", status}, {"out", out}};
-}
-
-Json CrossLineCircle(const Json& in) {
-  const LineDef line = in.at("line");
-  const CoordPt centre = in.at("centre");
-  auto out = Untouched<std::array<CoordPt, 2>>();
-  const auto status = KavoCogoCalcCrossLineCircle(&line, &centre, in.at("radius"), out.data());
-  return {{"status", status}, {"out", out}};
-}
-
-Json CrossCircle(const Json& in) {
-  const CoordPt centre1 = in.at("centre1");
-  const CoordPt centre2 = in.at("centre2");
-  auto out = Untouched<std::array<CoordPt, 2>>();
-  const auto status =
-      KavoCogoCalcCrossCircle(&centre1, in.at("radius1"), &centre2, in.at("radius2"), out.data());
-  return {{"status", status}, {"out", out}};
-}
-
-Json Area(const Json& in) {
+Json Area(const std::string& /*parameters*/, const Json& in) {
   const std::vector<CoordPt> points = in.at("points");
   return {{"value", KavoCogoCalcArea(points.data(), static_cast<std::int16_t>(points.size()))}};
 }
 
-const std::map<std::string, Json (*)(const Json&)>& Exports() {
-  static const std::map<std::string, Json (*)(const Json&)> exports = {
-      {"KavoCogoAngDistToCoord", AngDistToCoord},       {"KavoCogoCalcArea", Area},
-      {"KavoCogoCalcCrossCircle", CrossCircle},         {"KavoCogoCalcCrossLine", CrossLine},
-      {"KavoCogoCalcCrossLineCircle", CrossLineCircle}, {"KavoCogoCoordToAngDist", CoordToAngDist},
+struct Adapter {
+  Json (*call)(const std::string& parameters, const Json& in);
+  std::string parameters;  // their names, in order
+};
+
+const std::map<std::string, Adapter>& Exports() {
+  static const std::map<std::string, Adapter> exports = {
+      {"KavoCogoCalcArea", {Area, ""}},
+      {"KavoCogoCoordToAngDist", {CallByName<KavoCogoCoordToAngDist>, "station point out"}},
+      {"KavoCogoAngDistToCoord", {CallByName<KavoCogoAngDistToCoord>, "station polar out"}},
+      {"KavoCogoCalcSlopeByDist", {CallByName<KavoCogoCalcSlopeByDist>, "horizDist dElev out"}},
+      {"KavoCogoCalcCrossLine", {CallByName<KavoCogoCalcCrossLine>, "line1 line2 out"}},
+      {"KavoCogoCalcCrossLineCircle",
+       {CallByName<KavoCogoCalcCrossLineCircle, 2>, "line centre radius out"}},
+      {"KavoCogoCalcCrossCircle",
+       {CallByName<KavoCogoCalcCrossCircle, 2>, "centre1 radius1 centre2 radius2 out"}},
+      {"KavoCogoCalcPtLine", {CallByName<KavoCogoCalcPtLine>, "line point foot"}},
+      {"KavoCogoOffsetToCoord", {CallByName<KavoCogoOffsetToCoord>, "a b along offset out"}},
+      {"KavoCogoCalcTransLine", {CallByName<KavoCogoCalcTransLine>, "line rotation offset out"}},
+      {"KavoREMSetBase", {CallByName<KavoREMSetBase>, "base"}},
+      {"KavoREMCalc", {CallByName<KavoREMCalc>, "ha zenith out"}},
+      {"KavoRDMCalcByCoord", {CallByName<KavoRDMCalcByCoord>, "first second out"}},
+      {"KavoBRSetSlope", {CallByName<KavoBRSetSlope>, "elev1 offset1 elev2 offset2"}},
+      {"KavoBRCalc", {CallByName<KavoBRCalc>, "reference point out"}},
+      {"KavoCalc2PtTarget",
+       {CallByName<KavoCalc2PtTarget>, "first second nominal target separation out"}},
+      {"KavoREFSetBaseLine", {CallByName<KavoREFSetBaseLine>, "start end"}},
+      {"KavoREFCalc", {CallByName<KavoREFCalc>, "point out"}},
+      {"KavoREFSetArcByCoord",
+       {CallByName<KavoREFSetArcByCoord>, "start end startTangent endTangent"}},
+      {"KavoREFSetArcByRadiusHAngle",
+       {CallByName<KavoREFSetArcByRadiusHAngle>, "start startTangent radius endTangent"}},
+      {"KavoREFSetArcByRadiusArcLen",
+       {CallByName<KavoREFSetArcByRadiusArcLen>, "start startTangent radius arcLength"}},
+      {"KavoREFGetArcParams", {CallByName<KavoREFGetArcParams>, "out"}},
+      {"KavoREFCalcArc", {CallByName<KavoREFCalcArc>, "point out"}},
+      {"KavoREFSet2PtBasePlane", {CallByName<KavoREFSet2PtBasePlane>, "p1 p2"}},
+      {"KavoREFCalc2PtPlane",
+       {CallByName<KavoREFCalc2PtPlane>,
+        "ha va station instrumentHeight result alongPlane heightOnPlane"}},
   };
   return exports;
 }
@@ -180,7 +199,8 @@ void RunStep(const Json& step, const std::string& defaultExport, Json& kept) {
   const auto call = Exports().find(step.value("export", defaultExport));
   ASSERT_NE(Exports().end(), call) << "no adapter for the export";
   ASSERT_FALSE(step.at("expected").empty());
-  const Json outputs = call->second(Resolved(step.at("inputs"), kept));
+  const auto& [function, parameters] = call->second;
+  const Json outputs = function(parameters, Resolved(step.at("inputs"), kept));
   const auto checkAll = [&](const char* wanted, const char* tolerances) {
     SCOPED_TRACE(wanted);
     const Json all = step.value(wanted, Json::object());

@@ -1,35 +1,38 @@
-// Records from and to JSON, by the field names of the header. The functions stand where the records
-// do, outside any namespace, because that is where the JSON library looks for them.
+// Records from and to JSON, by the field names of the header.
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
 
-#include "points.hpp"
+#include "records.hpp"
 
-inline void from_json(const nlohmann::json& in, CoordPt& point) {
-  point = kavo_test::Pt(in.at("north"), in.at("east"), in.at("elev"), in.at("flags"));
-}
+/// A field that the JSON leaves out stays untouched; one that the record does not have is an error,
+/// but for `id`, which is for readers. Reserved fields are in no JSON.
+template <kavo_test::Record T>
+struct nlohmann::adl_serializer<T> {
+  static void from_json(const json& in, T& record) {
+    record = kavo_test::Untouched<T>();
+    std::size_t known = in.count("id");
+    kavo_test::VisitFields(record, [&](std::string_view name, auto value) {
+      if (in.contains(name)) {
+        ++known;
+        in.at(name).get_to(value);
+      }
+      return value;
+    });
+    if (known != in.size()) {
+      throw std::runtime_error("no such field: " + in.dump());
+    }
+  }
 
-inline void to_json(nlohmann::json& out, const CoordPt& point) {
-  out = {
-      {"north", point.north}, {"east", point.east}, {"elev", point.elev}, {"flags", point.flags}};
-}
-
-inline void from_json(const nlohmann::json& in, AngDistRec& polar) {
-  polar = {in.at("azimuth"), in.at("zenith"), in.at("slopeDist"), in.at("horizDist"),
-           in.at("dElev")};
-}
-
-inline void to_json(nlohmann::json& out, const AngDistRec& polar) {
-  out = {{"azimuth", polar.azimuth},
-         {"zenith", polar.zenith},
-         {"slopeDist", polar.slopeDist},
-         {"horizDist", polar.horizDist},
-         {"dElev", polar.dElev}};
-}
-
-inline void from_json(const nlohmann::json& in, LineDef& line) {
-  line = in.contains("p2") ? kavo_test::TwoPoints(in.at("p1"), in.at("p2"))
-                           : kavo_test::Bearing(in.at("p1"), in.at("direction"));
-  line.mode = in.at("mode");
-}
+  static void to_json(json& out, T record) {
+    out = json::object();
+    kavo_test::VisitFields(record, [&](std::string_view name, auto value) {
+      if (name != kavo_test::kReserved) {
+        out[std::string(name)] = value;
+      }
+      return value;
+    });
+  }
+};

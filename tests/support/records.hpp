@@ -36,9 +36,6 @@ bool IsUntouched(const T& value) {
   return SameBytes(value, Untouched<T>());
 }
 
-template <class T>
-concept Record = std::is_class_v<T>;
-
 /// Fields of this name are not inputs, and no call writes them.
 constexpr std::string_view kReserved = "reserved";
 
@@ -119,5 +116,11 @@ void VisitFields(RefArcParams& r, Visit&& visit) {
   r.arcLength = visit("arcLength", r.arcLength);
   r.centralAngle = visit("centralAngle", r.centralAngle);
 }
+
+/// A record whose fields stand above.
+template <class T>
+concept Record = requires(T record) {
+  VisitFields(record, [](std::string_view, auto value) { return value; });
+};
 
 }  // namespace kavo_test

@@ -12,6 +12,11 @@
 
 namespace kavo_test {
 
+/// How many scenes a law is held against.
+constexpr int kScenes = 5000;
+
+const double kRadPerUnit = std::acos(-1.0) / ANGLE_HALF_CIRCLE;
+
 /// A scene is mirrored or not, then turned clockwise about the origin, then shifted.
 struct Motion {
   double side;  // 1, or -1 for east and west exchanged
@@ -87,6 +92,13 @@ inline double Along(const CoordPt& a, const CoordPt& b, const CoordPt& p) {
 inline double Offset(const CoordPt& a, const CoordPt& b, const CoordPt& p) {
   return ((p.east - a.east) * (b.north - a.north) - (p.north - a.north) * (b.east - a.east)) /
          Distance(a, b);
+}
+
+/// The readings of a sight as they are taken on face 2.
+inline AngDistRec OnFace2(AngDistRec sight) {
+  sight.azimuth = (sight.azimuth + ANGLE_HALF_CIRCLE) % ANGLE_FULL_CIRCLE;
+  sight.zenith = ANGLE_FULL_CIRCLE - sight.zenith;
+  return sight;
 }
 
 /// True when the points are the same place to within `metres`.
