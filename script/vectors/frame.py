@@ -4,7 +4,8 @@ Integer angles are 1/16 arc-second, other angles radians. Settings are those of 
 shipped.
 """
 
-from ieee import add32, atan2, hypot, quotient, remainder, sub32, to_int32, wrap32
+from ieee import (add32, atan2, hypot, quotient, remainder, sqrt, square, sub32, to_int32,
+                  wrap32)
 from records import (ANGLE_INVALID, DEGREES_450, FULL_CIRCLE, HALF_CIRCLE, HAS_ELEV, HAS_NE,
                      CoordPt)
 
@@ -38,6 +39,25 @@ def unwrapped_rad(a: int) -> float:
     return float(a) * PI * HALF_CIRCLES_PER_UNIT
 
 
+def truncated_angle(x: float) -> int:
+    """A number of units truncated to the integer angle; invalid where no integer holds it."""
+    n = to_int32(x)
+    return ANGLE_INVALID if n is None else n
+
+
+def turn_half_circle(a: int) -> int:
+    """The opposite direction: half a circle added, then the truncating remainder."""
+    return remainder(add32(a, HALF_CIRCLE), FULL_CIRCLE)
+
+
+def into_circle(a: int) -> int:
+    """A negative angle raised by as many circles as it takes, not further."""
+    if a >= 0:
+        return a
+    k = (~a & 0xFFFFFFFF) // FULL_CIRCLE
+    return wrap32(a + (k + 1) * FULL_CIRCLE)
+
+
 def rad_to_int_angle(r: float) -> int:
     """Nearest integer angle, halves away from zero; invalid where there is no number to round."""
     n = to_int32(r * HALF_UNITS_PER_RADIAN)
@@ -49,9 +69,7 @@ def rad_to_int_angle(r: float) -> int:
 
 def normalize_angle(a: int) -> int:
     """The in-place normalisation: only what is above a full circle comes back as it was."""
-    if a < 0:
-        k = (~a & 0xFFFFFFFF) // FULL_CIRCLE
-        a = wrap32(a + (k + 1) * FULL_CIRCLE)
+    a = into_circle(a)
     if a > FULL_CIRCLE:
         return a
     while True:
@@ -73,11 +91,21 @@ def has_elev(point: CoordPt) -> bool:
     return point.flags & HAS_ELEV != 0
 
 
+def has_both(point: CoordPt) -> bool:
+    """Plane position and elevation are valid."""
+    return has_ne(point) and has_elev(point)
+
+
+def same_plan(a: CoordPt, b: CoordPt) -> bool:
+    """The plane positions are exactly equal."""
+    return a.north == b.north and a.east == b.east
+
+
 def apply_azimuth_reference(a: int) -> int:
     """The direction as the instrument counts it: from north, or from south."""
     if get_setting_int(SETTING_AZIMUTH_REFERENCE) != 1:
         return a
-    return remainder(add32(a, HALF_CIRCLE), FULL_CIRCLE)
+    return turn_half_circle(a)
 
 
 def azimuth_between(a: CoordPt, b: CoordPt) -> int:
@@ -102,3 +130,14 @@ def zenith_between(a: CoordPt, b: CoordPt) -> int:
     if elevation == ANGLE_INVALID:
         return ANGLE_INVALID
     return remainder(sub32(DEGREES_450, elevation), FULL_CIRCLE)
+
+
+def distances_between(a: CoordPt, b: CoordPt) -> tuple[float, float, float]:
+    """Slope distance, horizontal distance and height difference of points with plane positions."""
+    north_term = square(b.north - a.north)
+    east_term = square(b.east - a.east)
+    horiz = sqrt(east_term + north_term)
+    if not has_elev(a):
+        return horiz, horiz, 0.0
+    slope = sqrt(square(b.elev - a.elev) + east_term + north_term)
+    return slope, horiz, b.elev - a.elev

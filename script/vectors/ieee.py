@@ -10,18 +10,18 @@ import ctypes.util
 import math
 from collections.abc import Callable, Iterator
 
-from rounding import rounds_clearly
+from rounding import other_answer
 
 _LIBM = ctypes.CDLL(ctypes.util.find_library("m"))
 
-# Where doubtful results of the mathematics library are moved: to the next double below (-1) or
-# above (+1), or nowhere.
+# Which of two answers that libraries may give is taken: the lower (-1), the higher (+1), or the one
+# that this machine's library gives.
 _bias = 0
 
 
 @contextlib.contextmanager
 def biased(bias: int) -> Iterator[None]:
-    """Lets the mathematics library round the other way wherever another one might."""
+    """Lets the mathematics library round down (-1) or up (+1) wherever it or another one might."""
     global _bias
     _bias = bias
     try:
@@ -44,9 +44,10 @@ def _biasable(name: str, arity: int) -> Callable[..., float]:
 
     def call(*arguments: float) -> float:
         value = function(*arguments)
-        if _bias == 0 or rounds_clearly(name, arguments, value):
+        if _bias == 0:
             return value
-        return math.nextafter(value, _bias * math.inf)
+        other = other_answer(name, arguments, value)
+        return min(value, other) if _bias < 0 else max(value, other)
 
     return call
 

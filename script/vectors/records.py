@@ -26,9 +26,16 @@ SLOPE_VERTICAL = 134217728.0
 
 STATUS_OK = 0
 ERR_REFUSED = -1
+ERR_NO_BASE = -5
 ERR_NO_DIRECTION = -1200
 ERR_POINT_INVALID = -1201
+ERR_SIGHT_VERTICAL = -1202
+ERR_SIGHT_OFF_BASE = -1203
+ERR_INDETERMINATE = -1205
 ERR_PARALLEL = -1206
+WARN_NO_ELEVATION = -1208
+WARN_SLOPE_VERTICAL = -1208
+WARN_SLOPE_LEVEL = -1209
 
 HAS_NE = 1
 HAS_ELEV = 2
@@ -39,22 +46,28 @@ UNTOUCHED_BYTE = 0xA5
 CANONICAL_NAN = "7ff8000000000000"
 
 
+class Record:
+    """A record of the header, and the fields that fill it up, which no call writes."""
+
+    RESERVED: ClassVar[tuple[Any, ...]] = ()
+
+
 @dataclass
-class CoordPt:
+class CoordPt(Record):
     """A point: coordinates and elevation in metres, validity flags."""
 
-    RESERVED: ClassVar[int] = 3
-    north: F64
-    east: F64
-    elev: F64
-    flags: U16
+    RESERVED = (U16, U16, U16)
+    north: F64 = 0.0
+    east: F64 = 0.0
+    elev: F64 = 0.0
+    flags: U16 = 0
 
 
 @dataclass
-class LineDef:
+class LineDef(Record):
     """A line by two points, or by a point and a direction (an integer angle)."""
 
-    RESERVED: ClassVar[int] = 1
+    RESERVED = (U16,)
     p1: CoordPt
     p2: CoordPt
     direction: I32
@@ -62,10 +75,9 @@ class LineDef:
 
 
 @dataclass
-class AngDistRec:
+class AngDistRec(Record):
     """One sight: integer angles, distances and height difference in metres."""
 
-    RESERVED: ClassVar[int] = 0
     azimuth: I32
     zenith: I32
     slope_dist: F64
@@ -74,12 +86,68 @@ class AngDistRec:
 
 
 @dataclass
-class SlopeRec:
+class SlopeRec(Record):
     """A grade: per cent, and horizontal distance per unit of height."""
 
-    RESERVED: ClassVar[int] = 0
     percent: F64
     ratio: F64
+
+
+@dataclass
+class RdmResult(Record):
+    """Distances (metres) and direction between two points."""
+
+    RESERVED = (I32,)
+    slope_dist: F64
+    horiz_dist: F64
+    d_elev: F64
+    azimuth: I32
+
+
+@dataclass
+class SlopeStakeResult(Record):
+    """A point against a design slope, metres."""
+
+    horiz_diff: F64
+    vert_diff: F64
+    horiz_dist: F64
+
+
+@dataclass
+class AngleDistObs(Record):
+    """Readings and a distance in metres."""
+
+    ha: I32
+    va: I32
+    dist: F64
+
+
+@dataclass
+class RefLineResult(Record):
+    """A point against the reference line or arc."""
+
+    foot: CoordPt
+    along: F64
+    offset: F64
+    d_elev: F64
+
+
+@dataclass
+class RefArcParams(Record):
+    """The parameters of the reference arc."""
+
+    start_dir: I32
+    end_dir: I32
+    radius: F64
+    arc_length: F64
+    central_angle: I32
+
+
+@dataclass
+class Number(Record):
+    """What an output pointer to a single double points to."""
+
+    value: F64
 
 
 def untouched(kind: Any) -> Any:
@@ -92,10 +160,14 @@ def untouched(kind: Any) -> Any:
 
 
 def input_tokens(kind: Any, value: Any) -> list[str]:
-    """The value without reserved fields; a list one record after the other."""
+    """The value without reserved fields; a list one record after the other; None a null pointer."""
+    if value is None:
+        return ["null"]
     if get_origin(kind) is list:
         (record,) = get_args(kind)
         return [token for item in value for token in input_tokens(record, item)]
+    if dataclasses.is_dataclass(value):
+        kind = type(value)  # of one that may be null
     return _tokens(kind, value, with_reserved=False)
 
 
@@ -111,7 +183,7 @@ def _tokens(kind: Any, value: Any, with_reserved: bool) -> list[str]:
     for field in dataclasses.fields(kind):
         tokens += _tokens(field.type, getattr(value, field.name), with_reserved)
     if with_reserved:
-        tokens += [f"{UNTOUCHED_BYTE:02x}" * 2] * kind.RESERVED
+        tokens += [_scalar(filler, untouched(filler)) for filler in kind.RESERVED]
     return tokens
 
 
