@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <filesystem>
@@ -54,6 +55,30 @@ Json Area(const std::string& /*parameters*/, const Json& in) {
   return {{"value", KavoCogoCalcArea(points.data(), static_cast<std::int16_t>(points.size()))}};
 }
 
+Json Benchmark(const std::string& /*parameters*/, const Json& in) {
+  return {
+      {"value", KavoSTNSeaLevelCalcByBM(in.at("bmElev"), in.at("heightTerm"), in.at("vertDiff"))}};
+}
+
+Json MultiResect(const std::string& /*parameters*/, const Json& in) {
+  const std::vector<MultiResectInput> sights = in.at("sights");
+  auto result = Untouched<MultiResectResult>();
+  std::vector residuals(sights.size(), Untouched<MultiResectResidual>());
+  const auto status = KavoSTNMultiResect(static_cast<std::int16_t>(sights.size()), sights.data(),
+                                         &result, residuals.data());
+  return {{"status", status}, {"result", result}, {"residuals", residuals}};
+}
+
+Json KnownLine(const std::string& /*parameters*/, const Json& in) {
+  const MultiResectInput sight1 = in.at("sight1");
+  const MultiResectInput sight2 = in.at("sight2");
+  auto result = Untouched<MultiResectResult>();
+  auto accuracy = Untouched<std::array<MultiResectResidual, 2>>();
+  const auto status =
+      KavoSTNKnownLine(&sight1, &sight2, in.at("lineAzimuth"), &result, accuracy.data());
+  return {{"status", status}, {"result", result}, {"accuracy", accuracy}};
+}
+
 struct Adapter {
   Json (*call)(const std::string& parameters, const Json& in);
   std::string parameters;  // their names, in order
@@ -94,6 +119,11 @@ const std::map<std::string, Adapter>& Exports() {
       {"KavoREFCalc2PtPlane",
        {CallByName<KavoREFCalc2PtPlane>,
         "ha va station instrumentHeight result alongPlane heightOnPlane"}},
+      {"KavoSTNSeaLevelCalcByBM", {Benchmark, ""}},
+      {"KavoSTN3PtResect", {CallByName<KavoSTN3PtResect>, "obs0 obs1 obs2 result"}},
+      {"KavoSTN2PtResect", {CallByName<KavoSTN2PtResect>, "obsA obsB result"}},
+      {"KavoSTNMultiResect", {MultiResect, ""}},
+      {"KavoSTNKnownLine", {KnownLine, ""}},
   };
   return exports;
 }
@@ -145,6 +175,7 @@ Json Resolved(const Json& given, const Json& kept) {
       return earlier;
     }
     earlier.update(resolved);
+    earlier.erase("from");
     return earlier;
   }
   return resolved;

@@ -117,6 +117,65 @@ void VisitFields(RefArcParams& r, Visit&& visit) {
   r.centralAngle = visit("centralAngle", r.centralAngle);
 }
 
+template <class Visit>
+void VisitFields(StnAngleObs& r, Visit&& visit) {
+  r.point = visit("point", r.point);
+  r.ha = visit("ha", r.ha);
+  r.va = visit("va", r.va);
+  r.heightTerm = visit("heightTerm", r.heightTerm);
+}
+
+template <class Visit>
+void VisitFields(StnDistObs& r, Visit&& visit) {
+  r.point = visit("point", r.point);
+  r.local = visit("local", r.local);
+  r.ha = visit("ha", r.ha);
+  r.va = visit("va", r.va);
+  r.hd = visit("hd", r.hd);
+  r.vd = visit("vd", r.vd);
+  r.heightTerm = visit("heightTerm", r.heightTerm);
+}
+
+template <class Visit>
+void VisitFields(StnSetupResult& r, Visit&& visit) {
+  r.station = visit("station", r.station);
+  r.orient = visit("orient", r.orient);
+  r.reserved = visit(kReserved, r.reserved);
+  r.distCheck = visit("distCheck", r.distCheck);
+  r.distResid1 = visit("distResid1", r.distResid1);
+  r.distResid2 = visit("distResid2", r.distResid2);
+  r.elevDiff = visit("elevDiff", r.elevDiff);
+}
+
+template <class Visit>
+void VisitFields(MultiResectInput& r, Visit&& visit) {
+  r.point = visit("point", r.point);
+  r.ha = visit("ha", r.ha);
+  r.va = visit("va", r.va);
+  r.slopeDist = visit("slopeDist", r.slopeDist);
+  r.horizDist = visit("horizDist", r.horizDist);
+  r.heightDiff = visit("heightDiff", r.heightDiff);
+  r.heightTerm = visit("heightTerm", r.heightTerm);
+}
+
+template <class Visit>
+void VisitFields(MultiResectResult& r, Visit&& visit) {
+  r.station = visit("station", r.station);
+  r.orient = visit("orient", r.orient);
+  r.reserved = visit(kReserved, r.reserved);
+  r.sdNorth = visit("sdNorth", r.sdNorth);
+  r.sdEast = visit("sdEast", r.sdEast);
+  r.elevSpread = visit("elevSpread", r.elevSpread);
+}
+
+template <class Visit>
+void VisitFields(MultiResectResidual& r, Visit&& visit) {
+  r.hzResid = visit("hzResid", r.hzResid);
+  r.reserved = visit(kReserved, r.reserved);
+  r.distResid = visit("distResid", r.distResid);
+  r.elevResid = visit("elevResid", r.elevResid);
+}
+
 /// A record whose fields stand above.
 template <class T>
 concept Record = requires(T record) {

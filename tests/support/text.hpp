@@ -36,11 +36,4 @@ std::string Text(T record) {
   return text + '}';
 }
 
-inline std::string Text(const StnSetupResult& r) {
-  return "station {" + Text(r.station) + "}, orient " + Text(r.orient) + ", reserved " +
-         Text(r.reserved) + ", distCheck " + Text(r.distCheck) + ", distResid1 " +
-         Text(r.distResid1) + ", distResid2 " + Text(r.distResid2) + ", elevDiff " +
-         Text(r.elevDiff);
-}
-
 }  // namespace kavo_test
