@@ -85,6 +85,7 @@ typedef int32_t IntAngle;
 
 #define STATUS_OK 0                 /**< Success; every output is written. */
 #define ERR_REFUSED (-1)            /**< An argument out of range, or a figure with itself. */
+#define ERR_NO_MEMORY (-3)          /**< The memory for the sights cannot be had. */
 #define ERR_NO_BASE (-5)            /**< Nothing to measure against has been set. */
 #define ERR_NO_DIRECTION (-1200)    /**< Defining points coincide: no direction, no distance. */
 #define ERR_POINT_INVALID (-1201)   /**< A point lacks a position, or a height it needs. */
@@ -1177,19 +1178,20 @@ KAVO_EXPORT int32_t KavoREFCalc3PtPlane(IntAngle ha, IntAngle va, const CoordPt*
  * @name Station set-up
  * The instrument's position, elevation and orientation from sights to known points.
  *
- * Readings are given as they were taken, on either face, in [0, full circle). A sight is of face 2
- * when its zenith reading is half a circle or more; its horizontal reading is then turned by half a
- * circle. Face-1 readings are used as they are: they are not wrapped into one circle, so that 0 and
- * a full circle would count as two directions.
+ * The two- and three-point resections take readings as they were taken, on either face, in [0, full
+ * circle). A sight is of face 2 when its zenith reading is half a circle or more; its horizontal
+ * reading is then turned by half a circle. Face-1 readings are used as they are: they are not
+ * wrapped into one circle, so that 0 and a full circle would count as two directions. The
+ * multi-point resection and the known line want face-1 readings: see there.
  *
  * A height term is added to the elevation of the sighted point where the elevation of the station
  * is derived from it: target height less instrument height for the elevation of the ground mark,
  * the target height alone for that of the instrument's axis.
  *
- * The orientation is what is added to a face-1 horizontal reading to get the azimuth. It is
- * computed from the azimuth of one known point even where that does not exist, because the station
- * is not finite or falls on the point; it is then a meaningless number of the usual range. Look at
- * the position before you trust it.
+ * The orientation is what is added to a face-1 horizontal reading to get the azimuth. The two- and
+ * three-point resections compute it from the azimuth of one known point even where that does not
+ * exist, because the station is not finite or falls on the point; it is then a meaningless number
+ * of the usual range. Look at the position before you trust it.
  * @{
  */
 
@@ -1230,6 +1232,50 @@ typedef struct StnDistObs {
   double vd;         /**< Measured height difference, point minus instrument, metres. */
   double heightTerm; /**< Height term, metres. */
 } StnDistObs;
+
+/** Azimuth of a known line: take it from the coordinates of its two points. */
+#define AZIMUTH_FROM_POINTS 0x7FFFFFFF
+
+/** Elevation of a station whose known line starts at a point without one. */
+#define NO_ELEVATION 1e-37
+
+/** One sight to a known point for an adjustment, with or without a distance; 72 bytes. */
+typedef struct MultiResectInput {
+  CoordPt point;     /**< The known point. Its position is used whatever #COORD_HAS_NE says: leave
+                          points without one out. #COORD_HAS_ELEV lets the sight count for the
+                          elevation of the station. */
+  IntAngle ha;       /**< Horizontal reading, face 1. */
+  IntAngle va;       /**< Zenith reading, face 1: from 0 to below half a circle. */
+  double slopeDist;  /**< Measured slope distance, metres; exactly 0.0 for none. It says whether the
+                          next two fields count, and is not used otherwise. */
+  double horizDist;  /**< Horizontal distance of the same measurement, metres. */
+  double heightDiff; /**< Height difference of the same measurement, point minus instrument,
+                          metres. */
+  double heightTerm; /**< Height term, metres. */
+} MultiResectInput;
+
+/** An adjusted station; 64 bytes. */
+typedef struct MultiResectResult {
+  CoordPt station; /**< The station, metres: flags 3, or flags 1 and `elev` 0 when no sight gives an
+                        elevation. */
+  IntAngle orient; /**< Azimuth less face-1 horizontal reading, in [0, full circle), truncated to
+                        the unit. */
+  int32_t reserved;  /**< Fills the record; never read or written. */
+  double sdNorth;    /**< Standard deviation of `station.north`, metres. */
+  double sdEast;     /**< Standard deviation of `station.east`, metres. */
+  double elevSpread; /**< Greatest less least of the station elevations from the single sights,
+                          metres; 0 when there is none. The known line writes another figure. */
+} MultiResectResult;
+
+/** What an adjustment leaves of one sight; 24 bytes. */
+typedef struct MultiResectResidual {
+  IntAngle hzResid; /**< Computed less measured direction, truncated towards zero to the unit. */
+  int32_t reserved; /**< Fills the record; never read or written. */
+  double distResid; /**< Computed less measured horizontal distance, metres; 0 for a sight without a
+                         distance or to a point without an elevation. */
+  double elevResid; /**< Elevation of the station from this sight less the mean, metres; 0 for such
+                         sights. */
+} MultiResectResidual;
 
 /**
  * @brief Station elevation from one sight to a benchmark.
@@ -1317,6 +1363,116 @@ KAVO_EXPORT int32_t KavoSTN3PtResect(const StnAngleObs* obs0, const StnAngleObs*
  */
 KAVO_EXPORT int32_t KavoSTN2PtResect(const StnDistObs* obsA, const StnDistObs* obsB,
                                      StnSetupResult* result);
+
+/**
+ * @brief Station from any number of sights to known points, by least squares.
+ *
+ * Hand in face-1 readings. A sight whose `va` is negative, or half a circle or more, counts as of
+ * face 2, and the library turns its horizontal reading wrongly: the direction comes out 2615296
+ * units (45.4 degrees) beyond its face-1 equivalent. A set of face-2 sights alone gives the right
+ * position with an orientation that is wrong by that much, mixed faces give a wrong position or
+ * none. Reduce such readings before the call: `ha` turned by half a circle, `va` taken from a full
+ * circle.
+ *
+ * @param[in] count       number of sights.
+ * @param[in] sights      `count` sights. They determine a station when they go to three points or
+ *                        more; to two points when both distances are measured, or one that is not
+ *                        longer than the points are apart.
+ * @param[out] result     the station; all fields but `reserved` are written.
+ * @param[out] residuals  `count` records, in the order of the sights; all fields but `reserved` are
+ *                        written.
+ *
+ * @retval STATUS_OK          `result` and all `residuals` are written.
+ * @retval ERR_REFUSED        `count` is 0; or the sights determine no station: there are too few,
+ *                            their points coincide, or without any distance all is in line or on
+ *                            one circle; or a coordinate in plan or a horizontal distance is not
+ *                            finite, or a distance not greater than 0; or the memory for the
+ *                            adjustment cannot be had. `result` and `residuals` are untouched.
+ * @retval ERR_NO_MEMORY      the memory for the sights cannot be had, or `count` is negative;
+ *                            `result` and `residuals` are untouched.
+ * @retval ERR_INDETERMINATE  the sights contradict one another, as when two points are mistaken for
+ *                            each other: the adjustment has not settled after ten passes, or it has
+ *                            gone where its residuals do not hold. `result` and `residuals` are
+ *                            untouched.
+ *
+ * @par State
+ * None. Memory is taken from the heap, less than 400 bytes a sight, and given back before the call
+ * returns.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * Adjustment by indirect observations in the plane. Its observations are the direction of every
+ * sight, weighted for 2 arc-seconds, and the horizontal distance of every sight that has one,
+ * weighted for 2 mm + 2 ppm, whether or not its point has an elevation.
+ * - The standard deviations are those after the adjustment. Without redundancy (three directions;
+ *   two directions and one distance) nothing is left to estimate them from: they and the residuals
+ *   are next to 0 and mean nothing, and nothing tells a wrong reading or a wrong point from a right
+ *   one. Take one sight more.
+ * - The elevation of the station is the mean over the sights that have a distance and whose points
+ *   have an elevation: (point elevation + height term) - height difference. Only when there is no
+ *   such sight at all do the zenith readings to points with an elevation give it, as for
+ *   #KavoSTN3PtResect; `elevResid` is 0 then, and `elevSpread` shows how well they agree.
+ * - Elevations do not enter the position. What is not a number in them makes `station.elev` not a
+ *   number, and `elevSpread` meaningless.
+ * - With a station near the circle through the points, directions alone determine it badly: look
+ *   at the standard deviations.
+ * - `orient` always counts azimuths from north. One that falls short of a full circle by no more
+ *   than the last digit of a double comes out as a full circle.
+ */
+KAVO_EXPORT int32_t KavoSTNMultiResect(int16_t count, const MultiResectInput* sights,
+                                       MultiResectResult* result, MultiResectResidual* residuals);
+
+/**
+ * @brief Station from sights to a known point and to a second point on a known line through it.
+ *
+ * The second point is laid on the line at the measured distance from the first, and the station is
+ * adjusted from the two sights as in #KavoSTNMultiResect. Hand in face-1 readings: with a sight
+ * whose `va` is negative, or half a circle or more, the station is wrong with #STATUS_OK, if there
+ * is one. Its reading is turned wrongly as there; only the measured line takes that of the first
+ * sight as it is.
+ *
+ * @param[in] sight1       sight to the known point where the line begins. With
+ *                         #AZIMUTH_FROM_POINTS it needs #COORD_HAS_NE; its position is used in any
+ *                         case.
+ * @param[in] sight2       sight to the second point. The position of its `point` is read only with
+ *                         #AZIMUTH_FROM_POINTS, and then needs #COORD_HAS_NE. Of both sights
+ *                         `horizDist` and `heightDiff` are read whatever `slopeDist` says.
+ * @param[in] lineAzimuth  azimuth of the line from the first point to the second, or
+ *                         #AZIMUTH_FROM_POINTS to take it from their coordinates.
+ * @param[out] result      all fields but `reserved` are written. `station.elev` comes from the
+ *                         first sight alone: (point elevation - height difference) + height term,
+ *                         or #NO_ELEVATION when its point has none; `station.flags` do not tell
+ *                         that, they may be 3 from the second point. With #AZIMUTH_FROM_POINTS
+ *                         `elevSpread` is the measured less the known height difference between
+ *                         the points; without two elevations the known one counts as 0.
+ * @param[out] accuracy    two records, as the residuals of #KavoSTNMultiResect. With
+ *                         #AZIMUTH_FROM_POINTS `distResid` of the first is the measured less the
+ *                         known horizontal distance between the points.
+ *
+ * @retval STATUS_OK          `result` and `accuracy` are written.
+ * @retval ERR_NO_DIRECTION   the sighted points coincide in plan as measured; or, with
+ *                            #AZIMUTH_FROM_POINTS, by their coordinates, or one of these (the
+ *                            elevations included, whatever the flags say) is not a number. `result`
+ *                            and `accuracy` are untouched.
+ * @retval ERR_POINT_INVALID  with #AZIMUTH_FROM_POINTS, a point lacks #COORD_HAS_NE; `result` and
+ *                            `accuracy` are untouched.
+ * @retval ERR_REFUSED        as #KavoSTNMultiResect: above all no `slopeDist`, or only one with a
+ *                            `horizDist` longer than the points are apart; `result` and `accuracy`
+ *                            are untouched.
+ * @retval ERR_NO_MEMORY      as #KavoSTNMultiResect; `result` and `accuracy` are untouched.
+ * @retval ERR_INDETERMINATE  as #KavoSTNMultiResect; `result` and `accuracy` are untouched.
+ *
+ * @par State
+ * None.
+ * @par Threads
+ * Any.
+ * @par Notes
+ * The line's length is the measured one: with both distances all residuals and standard deviations
+ * come out next to 0, and only the figures of #AZIMUTH_FROM_POINTS check the measurement.
+ */
+KAVO_EXPORT int32_t KavoSTNKnownLine(const MultiResectInput* sight1, const MultiResectInput* sight2,
+                                     IntAngle lineAzimuth, MultiResectResult* result,
+                                     MultiResectResidual accuracy[2]);
 
 /** @} */
 

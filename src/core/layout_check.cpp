@@ -69,6 +69,25 @@ static_assert(offsetof(StnDistObs, ha) == 64 && offsetof(StnDistObs, va) == 68);
 static_assert(offsetof(StnDistObs, hd) == 72 && offsetof(StnDistObs, vd) == 80);
 static_assert(offsetof(StnDistObs, heightTerm) == 88);
 
+static_assert(sizeof(MultiResectInput) == 72);
+static_assert(offsetof(MultiResectInput, point) == 0 && offsetof(MultiResectInput, ha) == 32);
+static_assert(offsetof(MultiResectInput, va) == 36 && offsetof(MultiResectInput, slopeDist) == 40);
+static_assert(offsetof(MultiResectInput, horizDist) == 48);
+static_assert(offsetof(MultiResectInput, heightDiff) == 56);
+static_assert(offsetof(MultiResectInput, heightTerm) == 64);
+
+static_assert(sizeof(MultiResectResult) == 64);
+static_assert(offsetof(MultiResectResult, station) == 0);
+static_assert(offsetof(MultiResectResult, orient) == 32);
+static_assert(offsetof(MultiResectResult, sdNorth) == 40);
+static_assert(offsetof(MultiResectResult, sdEast) == 48);
+static_assert(offsetof(MultiResectResult, elevSpread) == 56);
+
+static_assert(sizeof(MultiResectResidual) == 24);
+static_assert(offsetof(MultiResectResidual, hzResid) == 0);
+static_assert(offsetof(MultiResectResidual, distResid) == 8);
+static_assert(offsetof(MultiResectResidual, elevResid) == 16);
+
 static_assert(sizeof(kavo::SiteRecord) == 96 && offsetof(kavo::SiteRecord, meanElev) == 40);
 static_assert(sizeof(kavo::ObsReply) == 56);
 static_assert(offsetof(kavo::ObsReply, ha) == 0 && offsetof(kavo::ObsReply, va) == 4);

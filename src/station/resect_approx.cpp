@@ -40,7 +40,8 @@ int CountPoints(const Sights& sights) noexcept {
 }
 
 // What a fix leaves of the readings, in radians, and of the distances, as a part of them: the sum
-// of squares. Not finite when a number in the sights is not, or when the fix falls on a point.
+// of squares. Not finite when a number in the sights is not, when a distance is not positive, or
+// when the fix falls on a point.
 double Misfit(const Sights& sights, const PlaneFix& fix) noexcept {
   const double w = std::atan2(fix.sinW, fix.cosW);
   double sum = 0.0;
@@ -51,7 +52,7 @@ double Misfit(const Sights& sights, const PlaneFix& fix) noexcept {
     const double dNorth = sights.North(rec) - fix.north;
     const double dEast = sights.East(rec) - fix.east;
     const double horizDist = std::hypot(dNorth, dEast);
-    if (!(horizDist > 0.0)) {
+    if (!(horizDist > 0.0) || (sights.HasDistance(rec) && !(rec.horizDist > 0.0))) {
       return kInfinity;
     }
     if (HasDirection(rec)) {

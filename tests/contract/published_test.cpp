@@ -70,11 +70,62 @@ Json Area(const Json& in) {
   return {{"value", KavoCogoCalcArea(points.data(), static_cast<std::int16_t>(points.size()))}};
 }
 
+// Station set-up.
+
+Json Benchmark(const Json& in) {
+  return {
+      {"value", KavoSTNSeaLevelCalcByBM(in.at("bmElev"), in.at("heightTerm"), in.at("vertDiff"))}};
+}
+
+Json ThreePointResection(const Json& in) {
+  const StnAngleObs obs0 = in.at("obs0");
+  const StnAngleObs obs1 = in.at("obs1");
+  const StnAngleObs obs2 = in.at("obs2");
+  auto result = Untouched<StnSetupResult>();
+  const auto status = KavoSTN3PtResect(&obs0, &obs1, &obs2, &result);
+  return {{"status", status}, {"result", result}};
+}
+
+Json TwoPointResection(const Json& in) {
+  const StnDistObs obsA = in.at("obsA");
+  const StnDistObs obsB = in.at("obsB");
+  auto result = Untouched<StnSetupResult>();
+  const auto status = KavoSTN2PtResect(&obsA, &obsB, &result);
+  return {{"status", status}, {"result", result}};
+}
+
+Json MultiPointResection(const Json& in) {
+  const std::vector<MultiResectInput> sights = in.at("sights");
+  auto result = Untouched<MultiResectResult>();
+  std::vector residuals(sights.size(), Untouched<MultiResectResidual>());
+  const auto status = KavoSTNMultiResect(static_cast<std::int16_t>(sights.size()), sights.data(),
+                                         &result, residuals.data());
+  return {{"status", status}, {"result", result}, {"residuals", residuals}};
+}
+
+Json KnownLine(const Json& in) {
+  const MultiResectInput sight1 = in.at("sight1");
+  const MultiResectInput sight2 = in.at("sight2");
+  auto result = Untouched<MultiResectResult>();
+  auto accuracy = Untouched<std::array<MultiResectResidual, 2>>();
+  const auto status =
+      KavoSTNKnownLine(&sight1, &sight2, in.at("lineAzimuth"), &result, accuracy.data());
+  return {{"status", status}, {"result", result}, {"accuracy", accuracy}};
+}
+
 const std::map<std::string, Json (*)(const Json&)>& Exports() {
   static const std::map<std::string, Json (*)(const Json&)> exports = {
-      {"KavoCogoAngDistToCoord", AngDistToCoord},       {"KavoCogoCalcArea", Area},
-      {"KavoCogoCalcCrossCircle", CrossCircle},         {"KavoCogoCalcCrossLine", CrossLine},
-      {"KavoCogoCalcCrossLineCircle", CrossLineCircle}, {"KavoCogoCoordToAngDist", CoordToAngDist},
+      {"KavoCogoAngDistToCoord", AngDistToCoord},
+      {"KavoCogoCalcArea", Area},
+      {"KavoCogoCalcCrossCircle", CrossCircle},
+      {"KavoCogoCalcCrossLine", CrossLine},
+      {"KavoCogoCalcCrossLineCircle", CrossLineCircle},
+      {"KavoCogoCoordToAngDist", CoordToAngDist},
+      {"KavoSTN2PtResect", TwoPointResection},
+      {"KavoSTN3PtResect", ThreePointResection},
+      {"KavoSTNKnownLine", KnownLine},
+      {"KavoSTNMultiResect", MultiPointResection},
+      {"KavoSTNSeaLevelCalcByBM", Benchmark},
   };
   return exports;
 }
