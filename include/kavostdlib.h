@@ -114,7 +114,7 @@ typedef struct CoordPt {
   double north;   /**< North coordinate, metres. */
   double east;    /**< East coordinate, metres. */
   double elev;    /**< Elevation, metres; meaningful only with #COORD_HAS_ELEV. */
-  uint16_t flags; /**< #COORD_HAS_NE, #COORD_HAS_ELEV; other bits are ignored, written as 0. */
+  uint16_t flags; /**< #COORD_HAS_NE, #COORD_HAS_ELEV; other bits are ignored, 0 unless copied. */
   uint16_t reserved[3]; /**< Fills the record; never read or written. */
 } CoordPt;
 
@@ -334,8 +334,8 @@ KAVO_EXPORT int32_t KavoCogoCalcCrossCircle(const CoordPt* centre1, double radiu
  * Any.
  * @par Notes
  * - When both points of the line have an elevation, that of the foot is interpolated in proportion
- *   to the north difference. On a line of constant north it is therefore infinite or not a number,
- *   with flags 3 all the same.
+ *   to the north difference. On a line of constant north it is therefore never a number, with flags
+ *   3 all the same.
  * - When one of them has an elevation, or the line is by point and direction, the foot takes it.
  */
 KAVO_EXPORT int32_t KavoCogoCalcPtLine(const LineDef* line, const CoordPt* point, CoordPt* foot);
@@ -415,7 +415,8 @@ KAVO_EXPORT int32_t KavoCogoCalcTransLine(const LineDef* line, IntAngle rotation
  * @param[in] count   number of records in `points`.
  *
  * @return the area in square metres, never negative whichever way round the points run; 0 for fewer
- *         than three valid points.
+ *         than three valid points. Of a boundary that crosses itself it is the difference between
+ *         the parts that run round one way and the other.
  *
  * @par State
  * None.
