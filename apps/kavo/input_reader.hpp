@@ -54,6 +54,8 @@ class InputReader {
   Input ReadPoint(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadPoints(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadLine(const TomlReader& at, const toml::node& node, const Field& field) const;
+  Input ReadSights(const TomlReader& at, const toml::node& node, const Field& field) const;
+  Input ReadSight(const TomlReader& at) const;
   Input ReadScalar(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
                    std::string_view text) const;

@@ -116,7 +116,7 @@ class JobReader {
                            : fmt::format("step {}", job_.steps.size() + 1);
   }
 
-  const Service& ServiceOf(const TomlReader& step) const {
+  static const Service& ServiceOf(const TomlReader& step) {
     const auto* node = step.Find("service");
     if (node == nullptr) {
       step.FailMissing("service", "kavo list names them");

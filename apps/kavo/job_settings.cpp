@@ -17,7 +17,7 @@ bool AzimuthFromSouth(const TomlReader& settings) {
   const auto* node = settings.Find("azimuth-from");
   const auto text = settings.Text("azimuth-from");
   if (node != nullptr && text != "north" && text != "south") {
-    settings.Fail(*node, "azimuth-from", "write \"north\" or \"south\"");
+    settings.Fail(*node, "azimuth-from", R"(write "north" or "south")");
   }
   return text == "south";
 }

@@ -41,6 +41,17 @@ Json LineJson(const LineDef& line, AngleUnit unit) {
   return json;
 }
 
+Json ResidualsJson(const std::vector<SightResidual>& residuals, AngleUnit unit) {
+  Json json = Json::array();
+  for (const auto& residual : residuals) {
+    Json row{{"sight", residual.name}, {"direction", AngleJson(residual.direction, unit)}};
+    row["distance"] = residual.dist ? NumberJson(*residual.dist) : Json();
+    row["elevation"] = residual.elev ? NumberJson(*residual.elev) : Json();
+    json.push_back(std::move(row));
+  }
+  return json;
+}
+
 Json ValueJson(const Value& value, AngleUnit unit) {
   if (const auto* angle = std::get_if<IntAngle>(&value)) {
     return AngleJson(*angle, unit);
@@ -53,6 +64,9 @@ Json ValueJson(const Value& value, AngleUnit unit) {
   }
   if (const auto* line = std::get_if<LineDef>(&value)) {
     return LineJson(*line, unit);
+  }
+  if (const auto* residuals = std::get_if<std::vector<SightResidual>>(&value)) {
+    return ResidualsJson(*residuals, unit);
   }
   return nullptr;
 }

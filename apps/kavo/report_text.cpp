@@ -12,17 +12,30 @@ namespace {
 
 const std::string kNone = "-";
 
-// Four decimals, a tenth of a millimetre; without a sign on nothing.
+// Nothing has no sign.
+std::string ZeroUnsigned(std::string text) {
+  if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
+    text.erase(0, 1);
+  }
+  return text;
+}
+
+// Four decimals, a tenth of a millimetre.
 std::string NumberText(double number) {
   constexpr double kReadable = 1e12;
-  auto text =
-      std::fabs(number) < kReadable ? fmt::format("{:.4f}", number) : fmt::format("{}", number);
-  return text == "-0.0000" ? "0.0000" : text;
+  return std::fabs(number) < kReadable ? ZeroUnsigned(fmt::format("{:.4f}", number))
+                                       : fmt::format("{}", number);
 }
 
 std::string DifferenceText(double number) {
   const auto text = NumberText(number);
   return text.starts_with('-') ? text : "+" + text;
+}
+
+double ArcSeconds(IntAngle angle) { return static_cast<double>(angle) / 16.0; }
+
+std::string Millimetres(double metres) {
+  return ZeroUnsigned(fmt::format("{:.2f}", metres * 1000.0));
 }
 
 // One number of a result, with the heading that it has in a list or table.
@@ -38,8 +51,8 @@ void AddPointCells(const Value& value, const std::string& prefix, bool table,
   const auto* point = std::get_if<CoordPt>(&value);
   const bool withElev = point != nullptr && (point->flags & COORD_HAS_ELEV) != 0;
   if (point != nullptr || table) {
-    cells.push_back({prefix + "north", "m", point ? NumberText(point->north) : kNone});
-    cells.push_back({prefix + "east", "m", point ? NumberText(point->east) : kNone});
+    cells.push_back({prefix + "north", "m", point != nullptr ? NumberText(point->north) : kNone});
+    cells.push_back({prefix + "east", "m", point != nullptr ? NumberText(point->east) : kNone});
   }
   if (withElev || table) {
     cells.push_back({prefix + "elev", "m", withElev ? NumberText(point->elev) : kNone});
@@ -98,10 +111,12 @@ class TextReporter {
       Line("  {}", step.note);
     }
     for (std::size_t i = 0; i < step.inputs.size(); ++i) {
-      if (!step.inputs[i].text.empty() && !(table && Varies(first, last, i))) {
+      const bool sights = step.service->inputs[i].kind == Kind::kSights;
+      if (!sights && !step.inputs[i].text.empty() && !(table && Varies(first, last, i))) {
         Item(std::string(step.service->inputs[i].name), InputText(step, i));
       }
     }
+    SightTables(outcomes_[first]);
     if (table) {
       Table(first, last);
     } else {
@@ -113,7 +128,7 @@ class TextReporter {
     Line("  {:<12} {}", heading, text);
   }
 
-  std::string InputText(const Step& step, std::size_t index) const {
+  static std::string InputText(const Step& step, std::size_t index) {
     const auto unit = InfoOf(step.service->inputs[index].kind).unit;
     const bool literal = std::holds_alternative<double>(step.inputs[index].value);
     return literal ? fmt::format("{} {}", step.inputs[index].text, unit) : step.inputs[index].text;
@@ -162,7 +177,7 @@ class TextReporter {
   static std::string ExpectedName(const Step& step, const Expectation& expected) {
     const auto fields = step.service->outputs;
     const bool several = std::ranges::count(fields, Kind::kPoint, &Field::kind) > 1;
-    const auto output = std::string(fields[expected.output].name);
+    auto output = std::string(fields[expected.output].name);
     if (expected.component.empty()) {
       return output;
     }
@@ -189,6 +204,7 @@ class TextReporter {
         const bool bare = cell.text == kNone || cell.unit == "angle" || cell.unit.empty();
         Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
       }
+      ResidualTables(outcome);
       if (outcome.status != STATUS_OK || !ShowsSomething(step)) {
         Item("status", outcome.sentence);
       }
@@ -201,6 +217,46 @@ class TextReporter {
            fmt::format("{} {}, difference {} {}", ExpectedName(step, step.expected[i]),
                        ValueText(step.expected[i].value), DifferenceTextOf(outcome.comparisons[i]),
                        Verdict(outcome.comparisons[i])));
+    }
+  }
+
+  // The sights of a step, as the call got them: on face 1.
+  void SightTables(const Outcome& outcome) {
+    for (const auto& input : outcome.inputs) {
+      const auto* sights = std::get_if<std::vector<Sight>>(&input);
+      if (sights == nullptr || sights->empty()) {
+        continue;
+      }
+      std::vector<std::vector<Cell>> rows;
+      for (const auto& sight : *sights) {
+        const bool withDist = sight.slopeDist != 0.0;
+        rows.push_back({{"sight", "", sight.name},
+                        {"ha", "", AngleText(sight.ha, job_.angles)},
+                        {"va", "", AngleText(sight.va, job_.angles)},
+                        {"slopeDist", "m", withDist ? NumberText(sight.slopeDist) : kNone},
+                        {"horizDist", "m", withDist ? NumberText(sight.horizDist) : kNone},
+                        {"th", "m", NumberText(sight.targetHeight)},
+                        {"", "", ""}});
+      }
+      Rows(rows);
+    }
+  }
+
+  void ResidualTables(const Outcome& outcome) {
+    for (const auto& output : outcome.outputs) {
+      const auto* residuals = std::get_if<std::vector<SightResidual>>(&output);
+      if (residuals == nullptr || residuals->empty()) {
+        continue;
+      }
+      std::vector<std::vector<Cell>> rows;
+      for (const auto& residual : *residuals) {
+        rows.push_back({{"sight", "", residual.name},
+                        {"direction", "\"", fmt::format("{:.2f}", ArcSeconds(residual.direction))},
+                        {"distance", "mm", residual.dist ? Millimetres(*residual.dist) : kNone},
+                        {"elevation", "m", residual.elev ? NumberText(*residual.elev) : kNone},
+                        {"", "", ""}});
+      }
+      Rows(rows);
     }
   }
 
@@ -275,6 +331,10 @@ class TextReporter {
     for (std::size_t i = first; i < last; ++i) {
       rows.push_back(TableRow(i, first, last));
     }
+    Rows(rows);
+  }
+
+  void Rows(const std::vector<std::vector<Cell>>& rows) {
     const auto widest = std::ranges::max_element(rows, {}, &std::vector<Cell>::size);
     std::vector<std::size_t> widths;
     for (const auto& cell : *widest) {

@@ -108,7 +108,23 @@ class Runner {
       }
       return points;
     }
+    if (std::holds_alternative<std::vector<Sight>>(input.value)) {
+      std::vector<Sight> sights;
+      for (const auto& part : input.parts) {
+        sights.push_back(SightOf(part));
+      }
+      return sights;
+    }
     return input.value;
+  }
+
+  // A sight is a list of one, with the point that it sights as its part.
+  Sight SightOf(const Input& input) const {
+    Sight sight = std::get<std::vector<Sight>>(input.value).front();
+    if (!input.parts.empty()) {
+      sight.point = std::get<CoordPt>(ValueOf(input.parts.front()));
+    }
+    return sight;
   }
 
   LineDef LineOf(LineDef line, const std::vector<Input>& parts) const {

@@ -8,6 +8,7 @@
 #include "cogo_services.hpp"
 #include "measure_services.hpp"
 #include "reference_services.hpp"
+#include "station_services.hpp"
 
 namespace kavo_app {
 
@@ -16,6 +17,10 @@ const KindInfo& InfoOf(Kind kind) {
   static constexpr KindInfo kPoints{"m", "list of points"};
   static constexpr KindInfo kLine{"m", "name, {from, to}, or {from, azimuth}"};
   static constexpr KindInfo kFigure{"", "name of the step that sets it"};
+  static constexpr KindInfo kSights{
+      "",
+      "list of {point, ha, va, slopeDist or horizDist and heightDiff, th}; all but ha optional"};
+  static constexpr KindInfo kResiduals{"", "not an input"};
   static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
   static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
   static constexpr KindInfo kArea{"m2", "number, or \"@step.field\""};
@@ -30,6 +35,10 @@ const KindInfo& InfoOf(Kind kind) {
       return kLine;
     case Kind::kFigure:
       return kFigure;
+    case Kind::kSights:
+      return kSights;
+    case Kind::kResiduals:
+      return kResiduals;
     case Kind::kAzimuth:
     case Kind::kZenith:
     case Kind::kAngle:
@@ -50,7 +59,9 @@ bool IsAngle(Kind kind) {
   return kind == Kind::kAzimuth || kind == Kind::kZenith || kind == Kind::kAngle;
 }
 
-bool ShowsItself(Kind kind) { return kind != Kind::kLine && kind != Kind::kFigure; }
+bool ShowsItself(Kind kind) {
+  return kind != Kind::kLine && kind != Kind::kFigure && kind != Kind::kResiduals;
+}
 
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name) {
   const auto field = std::ranges::find(fields, name, &Field::name);
@@ -76,7 +87,8 @@ bool Inputs::Has(std::string_view name) const {
 std::span<const Service> Services() {
   static const std::vector<Service> services = [] {
     std::vector<Service> all;
-    for (const auto family : {CogoServices(), MeasureServices(), ReferenceServices()}) {
+    for (const auto family :
+         {CogoServices(), MeasureServices(), ReferenceServices(), StationServices()}) {
       all.insert(all.end(), family.begin(), family.end());
     }
     return all;

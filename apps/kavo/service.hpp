@@ -21,6 +21,8 @@ enum class Kind {
   kPoints,
   kLine,
   kFigure,
+  kSights,
+  kResiduals,
   kAzimuth,
   kZenith,
   kAngle,
@@ -37,10 +39,31 @@ class Inputs;
 /// way.
 using Figure = std::shared_ptr<const Inputs>;
 
+/// A sight to a known point, reduced to face 1.
+struct Sight {
+  std::string name;           ///< Of the point, as the job has it.
+  CoordPt point{};            ///< Without a position where the job gives no point.
+  IntAngle ha = 0;            ///< Horizontal reading.
+  IntAngle va = 0;            ///< Zenith reading.
+  bool face2 = false;         ///< Whether it was read on face 2.
+  double slopeDist = 0.0;     ///< Metres; 0 when none was measured, as the next two.
+  double horizDist = 0.0;     ///< Metres.
+  double heightDiff = 0.0;    ///< Point minus instrument, metres.
+  double targetHeight = 0.0;  ///< Metres.
+};
+
+/// What a sight's measurement is off the adjusted station.
+struct SightResidual {
+  std::string name;
+  IntAngle direction;          ///< Adjusted less measured.
+  std::optional<double> dist;  ///< Adjusted less measured, metres; none without distance.
+  std::optional<double> elev;  ///< Station elevation from this sight, metres; none likewise.
+};
+
 /// A field's value. An IntAngle for azimuths, zenith angles and angles; a double, in metres, square
 /// metres, per cent or none, for the other numbers; no value where there is none.
-using Value =
-    std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, std::vector<CoordPt>, Figure>;
+using Value = std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, std::vector<CoordPt>,
+                           Figure, std::vector<Sight>, std::vector<SightResidual>>;
 
 /// True when there is a value.
 inline bool Available(const Value& value) { return value.index() != 0; }
@@ -94,6 +117,9 @@ class Inputs {
     return Get<std::vector<CoordPt>>(name);
   }
   const LineDef& Line(std::string_view name) const { return Get<LineDef>(name); }
+  const std::vector<Sight>& Sights(std::string_view name) const {
+    return Get<std::vector<Sight>>(name);
+  }
   /// The inputs of the step that set the base.
   const Inputs& Base(std::string_view name) const { return *Get<Figure>(name); }
   IntAngle Angle(std::string_view name) const { return Get<IntAngle>(name); }
