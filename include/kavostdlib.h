@@ -1028,7 +1028,8 @@ KAVO_EXPORT int32_t KavoREFGetArcParams(RefArcParams* out);
  *
  * The height of the arc is that of its start, or graded to its end as #KavoREFSetArcByCoord says;
  * the grade goes on before the start and past the end.
- * Where the arc or the point is not a number, `along` and `offset` are not numbers.
+ * Where the arc or the point is not a number, `offset` is not a number; nor is `along`, but where
+ * the other coordinate of the point is exactly the centre's.
  */
 KAVO_EXPORT int32_t KavoREFCalcArc(const CoordPt* point, RefLineResult* out);
 
