@@ -92,16 +92,16 @@ TEST(RadToIntAngle, UndoesIntAngleToRad) {
 
 // The behaviour that the closed form stands for.
 IntAngle SubtractCircles(IntAngle a) {
-  constexpr std::uint32_t full = ANGLE_FULL_CIRCLE;
+  constexpr std::uint32_t kFull = ANGLE_FULL_CIRCLE;
   auto bits = static_cast<std::uint32_t>(a);
   if (a < 0) {
-    bits += (~bits / full + 1) * full;
+    bits += (~bits / kFull + 1) * kFull;
   }
   while (true) {
     if (static_cast<IntAngle>(bits) > ANGLE_FULL_CIRCLE) {
       return static_cast<IntAngle>(bits);
     }
-    bits -= full;
+    bits -= kFull;
   }
 }
 

@@ -36,13 +36,14 @@ class Replayer {
     const int before = passed_ + failed_;
     std::ifstream file(path);
     number_ = 0;
+    rowNumber_ = 1;
     for (std::string text; std::getline(file, text);) {
       ++number_;
       TakeLine(text);
     }
     Replay();
     if (passed_ + failed_ == before) {
-      Complain("no row to be read");
+      Complain(path, "no row to be read");
       ++failed_;
     }
   }
@@ -55,16 +56,16 @@ class Replayer {
  private:
   // An indented line goes on with the row above it.
   void TakeLine(const std::string& text) {
-    if (!text.empty() && text.front() == ' ') {
-      Append(text);
-      return;
+    if (!text.starts_with(' ')) {
+      Replay();
     }
-    Replay();
     if (text.empty() || text.front() == '#') {
       comment_ = text.empty() ? "" : text.substr(1) + ':';
       return;
     }
-    rowNumber_ = number_;
+    if (row_.empty()) {
+      rowNumber_ = number_;
+    }
     Append(text);
   }
 
@@ -108,7 +109,7 @@ class Replayer {
     const std::string name = call.empty() ? "" : call.front();
     const auto function = std::ranges::find(functions_, name, &Export::name);
     if (function == functions_.end() || equals == call.end()) {
-      Complain("no call of an export: " + name);
+      Complain(name, "no call of an export");
       return false;
     }
     Words inputs(Line(call.begin() + 1, equals), spelling_);
@@ -119,13 +120,14 @@ class Replayer {
       complaints.emplace_back("malformed outputs");
     }
     for (const std::string& complaint : complaints) {
-      Complain(name + ": " + complaint);
+      Complain(name, complaint);
     }
     return complaints.empty();
   }
 
-  void Complain(const std::string& complaint) const {
-    std::printf("%s:%d:%s %s\n", path_.c_str(), rowNumber_, comment_.c_str(), complaint.c_str());
+  void Complain(const std::string& name, const std::string& complaint) const {
+    std::printf("%s:%d:%s %s: %s\n", path_.c_str(), rowNumber_, comment_.c_str(), name.c_str(),
+                complaint.c_str());
   }
 
   std::span<const Export> functions_;

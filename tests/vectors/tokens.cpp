@@ -37,7 +37,8 @@ constexpr std::pair<std::string_view, std::int64_t> kNames[] = {
     {"elev", COORD_HAS_ELEV},
     {"full", COORD_HAS_NE | COORD_HAS_ELEV},
 };
-static_assert(VALUE_INVALID == ANGLE_INVALID && SLOPE_VERTICAL == ANGLE_INVALID);
+static_assert(VALUE_INVALID == ANGLE_INVALID);
+static_assert(SLOPE_VERTICAL == ANGLE_INVALID);
 
 std::optional<std::int64_t> Named(std::string_view word) {
   for (const auto& [name, value] : kNames) {
