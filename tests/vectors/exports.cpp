@@ -55,6 +55,10 @@ constexpr Export kExports[] = {
     {"KavoREFCalc2PtPlane", kStateful<KavoREFCalc2PtPlane>},
     {"KavoREFSet3PtBasePlane", kStateful<KavoREFSet3PtBasePlane>},
     {"KavoREFCalc3PtPlane", kStateful<KavoREFCalc3PtPlane>},
+    {"KavoSTNSeaLevelCalcByBM", kStateless<KavoSTNSeaLevelCalcByBM>},
+    {"KavoSTN3PtResect", kStateless<KavoSTN3PtResect>},
+    {"KavoSTN2PtResect", kStateless<KavoSTN2PtResect>},
+    {"KavoSTNKnownLine", kStateless<KavoSTNKnownLine, 2>},
 };
 
 }  // namespace
