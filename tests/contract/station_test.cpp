@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
-#include "multi_sights.hpp"
 #include "sights.hpp"
 
 namespace {
@@ -197,31 +195,6 @@ TEST_F(ResectionLaws, TheScaleOfTheLocalFrameIsFree) {
     ExpectPlace(scene.station, result.station, kRounding);
     EXPECT_NEAR((1.0 - scale) * Base(scene), result.distCheck, kRounding);
   }
-}
-
-// Meant so: the local position of a first sight on face 2 is that of its reading as taken, that of
-// a second one 2615296 units beyond its face-1 equivalent. The points are 60 m apart.
-TEST(KnownLine, LooksAtTheFaceOfTheSecondSightAlone) {
-  constexpr double kDist = 30.0 * std::numbers::sqrt2;
-  // Without a slope distance a sight does not enter the adjustment.
-  const auto onFaceTwo = [](MultiResectInput sight) {
-    sight.slopeDist = 0.0;
-    return WithZenith(sight, 19000000);
-  };
-  const auto tooLong = [](const MultiResectInput& sight1, const MultiResectInput& sight2) {
-    MultiResectResult result{};
-    MultiResectResidual accuracy[2] = {};
-    EXPECT_EQ(STATUS_OK,
-              KavoSTNKnownLine(&sight1, &sight2, AZIMUTH_FROM_POINTS, &result, accuracy));
-    return accuracy[0].distResid;
-  };
-  const auto first = Sight(Pt(30, -30), 315 * kDegree, kDist);
-  const auto second = Sight(Pt(30, 30), 45 * kDegree, kDist);
-  const auto opposite = Sight(Pt(30, 30), 225 * kDegree, kDist);
-  const auto between = static_cast<double>(Radians(90 * kDegree + 2615296));
-  EXPECT_NEAR(0.0, tooLong(onFaceTwo(first), second), 1e-9);
-  EXPECT_NEAR(2.0 * kDist * std::sin(between / 2.0) - 60.0, tooLong(first, onFaceTwo(opposite)),
-              1e-9);
 }
 
 }  // namespace

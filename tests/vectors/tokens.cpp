@@ -16,6 +16,7 @@ constexpr std::int64_t kUnitsPerDegree = ANGLE_FULL_CIRCLE / 360;
 constexpr std::pair<std::string_view, std::int64_t> kNames[] = {
     {"STATUS_OK", STATUS_OK},
     {"ERR_REFUSED", ERR_REFUSED},
+    {"ERR_NO_MEMORY", ERR_NO_MEMORY},
     {"ERR_NO_BASE", ERR_NO_BASE},
     {"ERR_NO_DIRECTION", ERR_NO_DIRECTION},
     {"ERR_POINT_INVALID", ERR_POINT_INVALID},
