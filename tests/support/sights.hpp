@@ -23,11 +23,6 @@ constexpr IntAngle InCircle(IntAngle angle) {
   return (angle % ANGLE_FULL_CIRCLE + ANGLE_FULL_CIRCLE) % ANGLE_FULL_CIRCLE;
 }
 
-/// An angle brought into half a circle either side.
-constexpr IntAngle InHalfCircle(IntAngle angle) {
-  return InCircle(angle + ANGLE_HALF_CIRCLE) - ANGLE_HALF_CIRCLE;
-}
-
 /// The point that a station sees along an azimuth, at a horizontal distance.
 inline CoordPt PointAt(const CoordPt& station, IntAngle azimuth, double horizDist) {
   const long double radians = Radians(azimuth);

@@ -36,15 +36,4 @@ std::string Text(T record) {
   return text + '}';
 }
 
-inline std::string Text(const MultiResectResult& r) {
-  return "station {" + Text(r.station) + "}, orient " + Text(r.orient) + ", reserved " +
-         Text(r.reserved) + ", sdNorth " + Text(r.sdNorth) + ", sdEast " + Text(r.sdEast) +
-         ", elevSpread " + Text(r.elevSpread);
-}
-
-inline std::string Text(const MultiResectResidual& r) {
-  return "hzResid " + Text(r.hzResid) + ", reserved " + Text(r.reserved) + ", distResid " +
-         Text(r.distResid) + ", elevResid " + Text(r.elevResid);
-}
-
 }  // namespace kavo_test

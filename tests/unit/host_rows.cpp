@@ -6,6 +6,7 @@
 
 #include "fake_host.hpp"
 #include "replay.hpp"
+#include "station/sight_elevation.hpp"
 
 namespace {
 
@@ -16,6 +17,17 @@ void HostSettings(std::int16_t azimuthReference, std::int32_t face) {
   Host() = FakeHost{};
   Host().azimuthReference = azimuthReference;
   Host().face = face;
+}
+
+void HostDistances(double scaleFactor, std::int16_t seaLevel, double meanElev) {
+  Host().scaleFactor = scaleFactor;
+  Host().seaLevel = seaLevel;
+  Host().meanElev = meanElev;
+}
+
+void HostRefraction(std::int16_t curvRefr, std::int16_t refrCoef) {
+  Host().curvRefr = curvRefr;
+  Host().refrCoef = refrCoef;
 }
 
 // What the host says of any point, and the one that it gives back.
@@ -33,13 +45,26 @@ void HostWasAsked(double* north, double* east, double* elev, double* hookValue) 
   *hookValue = Host().askedHookValue;
 }
 
+// Internals, with parameters as a row can give them.
+
+IntAngle FaceOneReading(IntAngle ha, IntAngle va) { return kavo::FaceOneReading(ha, va); }
+
+double StnElevFromSight(double stationNorth, double stationEast, const CoordPt* point, IntAngle va,
+                        double heightTerm) {
+  return kavo::StnElevFromSight(stationNorth, stationEast, *point, va, heightTerm);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::span<char* const> arguments(argv, static_cast<std::size_t>(argc));
   std::vector<Export> functions(Exports().begin(), Exports().end());
   functions.push_back({"HostSettings", kStateful<HostSettings>});
+  functions.push_back({"HostDistances", kStateful<HostDistances>});
+  functions.push_back({"HostRefraction", kStateful<HostRefraction>});
   functions.push_back({"HostReplies", kStateful<HostReplies>});
   functions.push_back({"HostWasAsked", kStateful<HostWasAsked>});
+  functions.push_back({"FaceOneReading", kStateful<FaceOneReading>});
+  functions.push_back({"StnElevFromSight", kStateful<StnElevFromSight>});
   return ReplayFiles(arguments.subspan(1), functions) ? 0 : 1;
 }

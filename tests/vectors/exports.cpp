@@ -1,26 +1,53 @@
 #include "exports.hpp"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 namespace kavo_test {
 namespace {
 
-// Corners are preceded by their number; a number below 1 has none.
-void ReplayArea(Words& inputs, Words& outputs, Complaints& complaints) {
-  std::int16_t count = 0;
+// Records are preceded by their number; a number below 1 has none.
+template <class T>
+std::vector<T> ReadCounted(Words& inputs, std::int16_t& count, Complaints& complaints) {
   inputs.Read(count);
-  std::vector<CoordPt> points(static_cast<std::size_t>(std::max<std::int16_t>(count, 0)),
-                              Untouched<CoordPt>());
-  for (CoordPt& point : points) {
-    inputs.Read(point);
+  std::vector<T> records(static_cast<std::size_t>(std::max<std::int16_t>(count, 0)),
+                         Untouched<T>());
+  for (T& record : records) {
+    inputs.Read(record);
   }
   if (!inputs.AreUsedUp()) {
     complaints.emplace_back("malformed inputs");
+  }
+  return records;
+}
+
+void ReplayArea(Words& inputs, Words& outputs, Complaints& complaints) {
+  std::int16_t count = 0;
+  const auto points = ReadCounted<CoordPt>(inputs, count, complaints);
+  if (complaints.empty()) {
+    outputs.Compare("result", KavoCogoCalcArea(points.empty() ? nullptr : points.data(), count),
+                    complaints);
+  }
+}
+
+void ReplayMultiResect(Words& inputs, Words& outputs, Complaints& complaints) {
+  std::int16_t count = 0;
+  const auto sights = ReadCounted<MultiResectInput>(inputs, count, complaints);
+  if (!complaints.empty()) {
     return;
   }
-  outputs.Compare("result", KavoCogoCalcArea(points.empty() ? nullptr : points.data(), count),
-                  complaints);
+  auto result = Untouched<MultiResectResult>();
+  std::vector residuals(sights.size() + 1, Untouched<MultiResectResidual>());
+  const auto status = KavoSTNMultiResect(count, sights.data(), &result, residuals.data());
+  outputs.Compare("status", status, complaints);
+  outputs.Compare("result", result, complaints);
+  for (std::size_t i = 0; i < sights.size(); ++i) {
+    outputs.Compare("residual " + std::to_string(i + 1), residuals[i], complaints);
+  }
+  if (!IsUntouched(residuals.back())) {
+    complaints.emplace_back("residuals: written beyond their end");
+  }
 }
 
 constexpr Export kExports[] = {
@@ -55,6 +82,11 @@ constexpr Export kExports[] = {
     {"KavoREFCalc2PtPlane", kStateful<KavoREFCalc2PtPlane>},
     {"KavoREFSet3PtBasePlane", kStateful<KavoREFSet3PtBasePlane>},
     {"KavoREFCalc3PtPlane", kStateful<KavoREFCalc3PtPlane>},
+    {"KavoSTNSeaLevelCalcByBM", kStateless<KavoSTNSeaLevelCalcByBM>},
+    {"KavoSTN3PtResect", kStateless<KavoSTN3PtResect>},
+    {"KavoSTN2PtResect", kStateless<KavoSTN2PtResect>},
+    {"KavoSTNMultiResect", ReplayMultiResect},
+    {"KavoSTNKnownLine", kStateless<KavoSTNKnownLine, 2>},
 };
 
 }  // namespace
