@@ -15,43 +15,35 @@ constexpr IntAngle kQuarter = ANGLE_QUARTER_CIRCLE;
 constexpr IntAngle kHalf = ANGLE_HALF_CIRCLE;
 constexpr IntAngle kEighth = kQuarter / 2;
 
-// Points about a station at the origin, whose circle reads azimuths.
-CoordPt North() { return Pt(100, 0); }
-CoordPt East() { return Pt(0, 50); }
-CoordPt South() { return Pt(-80, 0); }
+// Points about a station at the origin, whose circle reads azimuths, and the sights to them.
+CoordPt North(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(100, 0, elev, flags); }
+CoordPt East(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(0, 50, elev, flags); }
+CoordPt South(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(-80, 0, elev, flags); }
+const MultiResectInput kNorth = Sight(North(), 0);
+const MultiResectInput kEast = Sight(East(), kQuarter);
+const MultiResectInput kSouth = Sight(South(), kHalf);
 
 TEST(MultiResection, RefusesWhatDeterminesNoStation) {
-  const auto north = Sight(North(), 0);
-  const auto east = Sight(East(), kQuarter);
-  const auto south = Sight(South(), kHalf);
   const struct {
     const char* name;
     MultiSights sights;
-    std::int32_t status;
+    std::int32_t status = ERR_REFUSED;
   } rows[] = {
-      {"no sight", {}, ERR_REFUSED},
-      {"one sight", {Sight(North(), 0, 100)}, ERR_REFUSED},
-      {"one point three times", {Sight(North(), 0, 100), north, north}, ERR_REFUSED},
-      {"two points, no distance", {north, east, east}, ERR_REFUSED},
-      {"a distance longer than the points are apart", {Sight(North(), 0, 112), east}, ERR_REFUSED},
-      {"directions alone, all in line", {north, south, Sight(Pt(150, 0), 0)}, ERR_REFUSED},
-      {"directions alone, all on one circle",
-       {north, Sight(Pt(50, 50), kEighth), Sight(Pt(50, -50), -kEighth)},
-       ERR_REFUSED},
-      {"a north that is not a number", {Sight(Pt(kNaN, 0), 0), east, south}, ERR_REFUSED},
-      {"an infinite east", {Sight(Pt(0, kInf), 0), east, south}, ERR_REFUSED},
-      {"a distance that is not a number", {Sight(North(), 0, kNaN), east, south}, ERR_REFUSED},
-      {"an infinite distance", {Sight(North(), 0, kInf), east, south}, ERR_REFUSED},
-      {"a negative distance", {Sight(North(), 0, -100), Sight(East(), kQuarter)}, ERR_REFUSED},
+      {"no sight", {}},
+      {"one sight", {Sight(North(), 0, 100)}},
+      {"two points, no distance", {kNorth, kEast, kEast}},
+      {"a distance longer than the points are apart", {Sight(North(), 0, 112), kEast}},
+      {"a north that is not a number", {Sight(Pt(kNaN, 0), 0), kEast, kSouth}},
+      {"an infinite distance", {Sight(North(), 0, kInf), kEast, kSouth}},
+      {"a negative distance", {Sight(North(), 0, -100), kEast}},
       // The readings of the first two points are exchanged: no place sees all three that way.
       {"two points mistaken for each other",
-       {Sight(North(), kQuarter), Sight(East(), 0), south},
+       {Sight(North(), kQuarter), Sight(East(), 0), kSouth},
        ERR_INDETERMINATE},
       {"distances that do not span half of what lies between the points",
        {Sight(Pt(60, -40), 143 * kDegree, 30), Sight(Pt(-10, 50), 86 * kDegree, 20),
         Sight(Pt(-90, -80), 229 * kDegree)},
-       ERR_INDETERMINATE},
-  };
+       ERR_INDETERMINATE}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const MultiAnswer answer = Resect(row.sights);
@@ -75,18 +67,16 @@ TEST(MultiResection, WritesEveryFieldButTheReservedOnes) {
     MultiSights sights;
     IntAngle orient;
   } rows[] = {
-      {"three directions", {Sight(North(), 0), Sight(East(), kQuarter), Sight(South(), kHalf)}, 0},
+      {"three directions", {kNorth, kEast, kSouth}, 0},
       {"two points and the distance to one",
        {Sight(North(), 7), Sight(East(), kQuarter + 7, 50)},
        ANGLE_FULL_CIRCLE - 7},
       {"in line, with a distance", {Sight(North(), -7), Sight(South(), kHalf - 7, 80)}, 7},
       {"whole circles in the readings do not matter",
        {Sight(North(), 3 * ANGLE_FULL_CIRCLE, 100), Sight(East(), kQuarter - ANGLE_FULL_CIRCLE, 50),
-        Sight(South(), kHalf)},
+        kSouth},
        0},
-      {"positions count without COORD_HAS_NE",
-       {Sight(Pt(100, 0, 0, 0), 0), Sight(East(), kQuarter), Sight(South(), kHalf)},
-       0},
+      {"positions count without COORD_HAS_NE", {Sight(North(0, 0), 0), kEast, kSouth}, 0},
       // Meant so: the reading of face 2 goes 2615296 units too far, here for every sight alike.
       {"face 2 alone gives a wrong orientation",
        {WithZenith(Sight(North(), kHalf, 100), 3 * kQuarter),
@@ -113,12 +103,8 @@ TEST(MultiResection, WritesEveryFieldButTheReservedOnes) {
 }
 
 TEST(MultiResection, TakesTheElevationFromTheRightSights) {
-  const auto at = [](const CoordPt& point, double elev) {
-    return Pt(point.north, point.east, elev, kFull);
-  };
   // Sights without an elevation, which complete the figure.
   const auto east = Sight(East(), kQuarter, 50, 1000.0, 1000.0);
-  const auto south = Sight(South(), kHalf);
   const auto zenith = [](const CoordPt& point, IntAngle ha, IntAngle va, double heightTerm) {
     return WithZenith(Sight(point, ha, 0.0, 1000.0, heightTerm), va);
   };
@@ -126,53 +112,49 @@ TEST(MultiResection, TakesTheElevationFromTheRightSights) {
     const char* name;
     MultiSights sights;
     std::uint16_t flags;
-    double elev;
-    double spread;
-    std::vector<double> elevResids;
-  } rows[] = {
-      {"no elevation", {Sight(North(), 0, 100), east, south}, kPlan, 0.0, 0.0, {0.0, 0.0, 0.0}},
-      {"one distance to an elevation",
-       {Sight(at(North(), 50), 0, 100, 3.0, 0.5), east, south},
-       kFull,
-       47.5,
-       0.0,
-       {0.0, 0.0, 0.0}},
-      {"two of them are averaged, and a zenith reading does not count",
-       {Sight(at(North(), 50), 0, 100, 3.0, 0.5), Sight(at(East(), 40), kQuarter, 50, -4.0, -0.25),
-        Sight(at(South(), 999), kHalf)},
-       kFull,
-       45.625,
-       3.75,
-       {1.875, -1.875, 0.0}},
-      {"the height term is added first",
-       {Sight(at(North(), 0x1p53), 0, 100, 0x1p53, 1.0), east, south},
-       kFull,
-       0.0,
-       0.0,
-       {0.0, 0.0, 0.0}},
-      {"zenith readings when there is no such distance",
-       {zenith(at(North(), 150), 0, kEighth, 0.5),
-        zenith(at(South(), -28), kHalf, 3 * kEighth, 1.5), Sight(East(), kQuarter, 50, 1000.0)},
-       kFull,
-       52.0,
-       3.0,
-       {0.0, 0.0, 0.0}},
-      {"what is not a number travels",
-       {Sight(at(North(), 50), 0, 100, kNaN), east, south},
-       kFull,
-       kNaN,
-       -2e20,
-       {kNaN, 0.0, 0.0}},
+    double elev, spread, elevResids[3];
+  } rows[] = {{"no elevation", {Sight(North(), 0, 100), east, kSouth}, kPlan, 0.0, 0.0, {}},
+              {"one distance to an elevation",
+               {Sight(North(50, kFull), 0, 100, 3.0, 0.5), east, kSouth},
+               kFull,
+               47.5,
+               0.0,
+               {}},
+              {"two of them are averaged, and a zenith reading does not count",
+               {Sight(North(50, kFull), 0, 100, 3.0, 0.5),
+                Sight(East(40, kFull), kQuarter, 50, -4.0, -0.25), Sight(South(999, kFull), kHalf)},
+               kFull,
+               45.625,
+               3.75,
+               {1.875, -1.875, 0.0}},
+              {"the height term is added first",
+               {Sight(North(0x1p53, kFull), 0, 100, 0x1p53, 1.0), east, kSouth},
+               kFull,
+               0.0,
+               0.0,
+               {}},
+              {"zenith readings when there is no such distance",
+               {zenith(North(150, kFull), 0, kEighth, 0.5),
+                zenith(South(-28, kFull), kHalf, 3 * kEighth, 1.5), east},
+               kFull,
+               52.0,
+               3.0,
+               {}},
+              {"what is not a number travels",
+               {Sight(North(50, kFull), 0, 100, kNaN), east, kSouth},
+               kFull,
+               kNaN,
+               -2e20,
+               {kNaN, 0, 0}}};
+  const auto expectNear = [](double expected, double value) {
+    EXPECT_TRUE(std::isnan(expected) ? std::isnan(value) : std::fabs(expected - value) < 1e-9)
+        << "expected " << expected << ", got " << value;
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const auto [status, result, residuals] = Resect(row.sights);
     ASSERT_EQ(STATUS_OK, status);
     EXPECT_LT(std::hypot(result.station.north, result.station.east), 1e-9);
-    const auto expectNear = [](double expected, double value) {
-      EXPECT_TRUE(std::isnan(expected) ? std::isnan(value) : std::fabs(expected - value) < 1e-9)
-          << "expected " << expected << ", got " << value;
-    };
     EXPECT_EQ(row.flags, result.station.flags);
     expectNear(row.elev, result.station.elev);
     expectNear(row.spread, result.elevSpread);
@@ -228,16 +210,13 @@ TEST(MultiResection, GivesResidualsOfDistancesAndTheirStandardDeviations) {
 // One sight of two on face 2: its direction is taken 2615296 units too far, and there is always a
 // place that suits two directions and one distance.
 TEST(MultiResection, TurnsFaceTwoTooFar) {
-  const IntAngle tooFar = 2615296;
-  const MultiSights mixed = {Sight(North(), 0, 100),
-                             WithZenith(Sight(East(), 3 * kQuarter), 3 * kQuarter)};
-  const MultiSights asTaken = {Sight(North(), 0, 100), Sight(East(), kQuarter + tooFar)};
-  const MultiAnswer answer = Resect(mixed);
-  const MultiAnswer expected = Resect(asTaken);
-  ASSERT_EQ(STATUS_OK, answer.status);
-  EXPECT_NEAR(expected.result.station.north, answer.result.station.north, 1e-9);
-  EXPECT_NEAR(expected.result.station.east, answer.result.station.east, 1e-9);
-  EXPECT_GT(std::hypot(answer.result.station.north, answer.result.station.east), 10.0);
+  const auto faceTwo = WithZenith(Sight(East(), 3 * kQuarter), 3 * kQuarter);
+  const auto [status, result, residuals] = Resect({Sight(North(), 0, 100), faceTwo});
+  const auto asTaken = Resect({Sight(North(), 0, 100), Sight(East(), kQuarter + 2615296)});
+  ASSERT_EQ(STATUS_OK, status);
+  EXPECT_NEAR(asTaken.result.station.north, result.station.north, 1e-9);
+  EXPECT_NEAR(asTaken.result.station.east, result.station.east, 1e-9);
+  EXPECT_GT(std::hypot(result.station.north, result.station.east), 10.0);
 }
 
 }  // namespace
