@@ -15,29 +15,12 @@ using namespace kavo_test;
 constexpr Index kLowest = std::numeric_limits<Index>::min();
 constexpr Index kHighest = std::numeric_limits<Index>::max();
 
-struct Range {
-  const char* name;
-  Index nrl, nrh, ncl, nch;
-  std::size_t rows, elements;  // that it takes memory for
-};
-
-// Row after row, without gaps: to write in this order is to fill the block.
-void ExpectFillsItsBlock(Matrix m, const Range& range) {
-  Numbers written;
-  for (Index i = range.nrl; i <= range.nrh; ++i) {
-    for (Index j = range.ncl; j <= range.nch; ++j) {
-      written.push_back(static_cast<double>(written.size()));
-      m[i][j] = written.back();
-    }
-  }
-  const double* first = m[range.nrl].Block() + 1;
-  EXPECT_EQ(range.elements, written.size());
-  EXPECT_EQ(written, Numbers(first, first + written.size()));
-}
-
 TEST(Storage, MatrixIsIndexedOverItsRangeAlone) {
-  const Range ranges[] = {
-      {"one element", 1, 1, 1, 1, 1, 1},
+  const struct {
+    const char* name;
+    Index nrl, nrh, ncl, nch;
+    std::size_t rows, elements;  // that it takes memory for
+  } ranges[] = {
       {"from 1", 1, 3, 1, 2, 3, 6},
       {"other lower bounds", 0, 2, -1, 1, 3, 9},
       {"lowest indices", kLowest, kLowest + 1, kLowest, kLowest + 2, 2, 6},
@@ -46,15 +29,22 @@ TEST(Storage, MatrixIsIndexedOverItsRangeAlone) {
       {"no row still has a handle for one", 1, 0, 1, 0, 1, 0},
       {"less than nothing", 5, -5, 5, -5, 1, 0},
   };
-  for (const auto& range : ranges) {
-    SCOPED_TRACE(range.name);
+  for (const auto& [name, nrl, nrh, ncl, nch, rows, elements] : ranges) {
+    SCOPED_TRACE(name);
     const HeapGuard guard;
-    const Matrix m = MatAlloc(range.nrl, range.nrh, range.ncl, range.nch);
+    const Matrix m = MatAlloc(nrl, nrh, ncl, nch);
     EXPECT_EQ(2, Heap().requests);
-    EXPECT_EQ((range.rows + 1) * sizeof(Vector) + (range.elements + 1) * sizeof(double),
-              Heap().liveBytes);
-    ExpectFillsItsBlock(m, range);
-    MatFree(m, range.nrl, 12345, range.ncl);
+    EXPECT_EQ((rows + 1) * sizeof(Vector) + (elements + 1) * sizeof(double), Heap().liveBytes);
+    // Row after row, without gaps: to write in this order is to fill the block.
+    Numbers written;
+    for (Index i = nrl; i <= nrh; ++i) {
+      for (Index j = ncl; j <= nch; ++j) {
+        written.push_back(static_cast<double>(written.size()));
+        m[i][j] = written.back();
+      }
+    }
+    EXPECT_EQ(written, NumbersOf(m[nrl], static_cast<Index>(elements)));
+    MatFree(m, nrl, 12345, ncl);
     EXPECT_EQ((std::vector{2, 1}), Heap().released);
   }
 }
@@ -63,22 +53,17 @@ TEST(Storage, VectorIsIndexedOverItsRangeAlone) {
   const struct {
     Index nl, nh;
     std::size_t count;
-  } table[] = {{1, 5, 5}, {-3, 0, 4}, {kHighest - 1, kHighest - 1, 1}};
-  for (const auto& row : table) {
+  } table[] = {{1, 5, 5}, {-3, 0, 4}, {kHighest - 1, kHighest - 1, 1}, {1, 0, 0}, {1, -9, 0}};
+  for (const auto& [nl, nh, count] : table) {
     const HeapGuard guard;
-    const Vector v = VecAlloc(row.nl, row.nh);
-    EXPECT_EQ((row.count + 1) * sizeof(double), Heap().liveBytes);
-    EXPECT_EQ(v.Block() + 1, &v[row.nl]);
-    VecFree(v, row.nl, 12345);
-    const IntVector iv = IVecAlloc(row.nl, row.nh);
-    EXPECT_EQ((row.count + 1) * sizeof(std::int32_t), Heap().liveBytes);
-    EXPECT_EQ(iv.Block() + 1, &iv[row.nl]);
-    IVecFree(iv, row.nl, -12345);
-  }
-  for (const Index upper : {0, -9}) {
-    const HeapGuard guard;
-    const Owner empty{VecAlloc(1, upper)};
-    EXPECT_EQ(sizeof(double), Heap().liveBytes);
+    const Vector v = VecAlloc(nl, nh);
+    EXPECT_EQ((count + 1) * sizeof(double), Heap().liveBytes);
+    EXPECT_EQ(v.Block() + 1, &v[nl]);
+    VecFree(v, nl, 12345);
+    const IntVector iv = IVecAlloc(nl, nh);
+    EXPECT_EQ((count + 1) * sizeof(std::int32_t), Heap().liveBytes);
+    EXPECT_EQ(iv.Block() + 1, &iv[nl]);
+    IVecFree(iv, nl, -12345);
   }
 }
 
@@ -92,68 +77,62 @@ TEST(Storage, SizesDoNotWrapRound) {
   EXPECT_FALSE(MatAlloc(kLowest, kHighest, kLowest, kHighest));
 }
 
+template <class Create>
+std::string RefuseCreating(Create create) {
+  return RefuseEachRequest([&] {
+    const Owner created{create()};
+    return created ? kEngineOk : kEngineNoMemory;
+  });
+}
+
 TEST(Storage, RefusedRequestIsANullHandle) {
   const HeapGuard guard;
   // Row handles whose elements cannot be had are lost by design.
-  EXPECT_EQ(".L", RefuseEachRequest([] {
-              const Owner m{MatAlloc(1, 2, 1, 2)};
-              return m ? kEngineOk : kEngineNoMemory;
-            }));
-  EXPECT_EQ(".", RefuseEachRequest([] {
-              const Owner v{IVecAlloc(1, 2)};
-              return v ? kEngineOk : kEngineNoMemory;
-            }));
-  EXPECT_EQ("..", RefuseEachRequest([] {
-              const Owner band{BandAlloc(2)};
-              return band ? kEngineOk : kEngineNoMemory;
-            }));
+  EXPECT_EQ(".L", RefuseCreating([] { return MatAlloc(1, 2, 1, 2); }));
+  EXPECT_EQ(".", RefuseCreating([] { return IVecAlloc(1, 2); }));
+  EXPECT_EQ("..", RefuseCreating([] { return BandAlloc(2); }));
 }
+
+// The work arrays of an adjustment.
+struct Work {
+  Matrix a, qxx;
+  Vector l, dx, v;
+
+  std::int32_t Alloc() { return LsqAllocWork(a, l, dx, v, qxx, 2, 5); }
+};
 
 TEST(Work, HasTheShapesOfAnAdjustment) {
   const HeapGuard guard;
-  constexpr Index kUnknowns = 2;
-  constexpr Index kEquations = 5;
-  Matrix a;
-  Matrix qxx;
-  Vector l;
-  Vector dx;
-  Vector v;
-  ASSERT_EQ(kEngineOk, LsqAllocWork(a, l, dx, v, qxx, kUnknowns, kEquations));
+  Work work;
+  ASSERT_EQ(kEngineOk, work.Alloc());
   const Numbers sizes{6 * sizeof(Vector), 11 * 8, 6 * 8, 3 * 8, 6 * 8, 3 * sizeof(Vector), 5 * 8};
   Numbers asked(sizes.size());
   for (const auto& [block, known] : Heap().live) {
     asked.at(static_cast<std::size_t>(known.request - 1)) = static_cast<double>(known.size);
   }
   EXPECT_EQ(sizes, asked);
-  const Vector x0 = VecAlloc(1, kUnknowns);    // request 8
-  const Band weights = BandAlloc(kEquations);  // 9 and 10
-  const Vector obs = VecAlloc(1, kEquations);  // 11
-  LsqFreeWork(obs, weights, x0, a, l, dx, v, qxx, kUnknowns, kEquations);
+  const Vector x0 = VecAlloc(1, 2);   // request 8
+  const Band weights = BandAlloc(5);  // 9 and 10
+  const Vector obs = VecAlloc(1, 5);  // 11
+  LsqFreeWork(obs, weights, x0, work.a, work.l, work.dx, work.v, work.qxx, 2, 5);
   EXPECT_EQ((std::vector{7, 6, 5, 4, 3, 2, 1, 8, 10, 9, 11}), Heap().released);
 }
 
 TEST(Work, IsAllOrNone) {
   const HeapGuard guard;
-  Matrix a;
-  Matrix qxx;
-  Vector l;
-  Vector dx;
-  Vector v;
+  Work work;
   EXPECT_EQ(".L....L", RefuseEachRequest([&] {
-              const auto code = LsqAllocWork(a, l, dx, v, qxx, 3, 8);
+              const auto code = work.Alloc();
               if (code == kEngineOk) {
-                Release(qxx);
-                Release(v);
-                Release(dx);
-                Release(l);
-                Release(a);
+                const Owner a{work.a}, qxx{work.qxx};
+                const Owner l{work.l}, dx{work.dx}, v{work.v};
               }
               return code;
             }));
   ReclaimHeap();
   Heap().refuse = 5;  // the fourth array
-  EXPECT_EQ(kEngineNoMemory, LsqAllocWork(a, l, dx, v, qxx, 3, 8));
-  EXPECT_FALSE(v);
+  EXPECT_EQ(kEngineNoMemory, work.Alloc());
+  EXPECT_FALSE(work.v);
   EXPECT_EQ((std::vector{4, 3, 2, 1}), Heap().released);
 }
 
