@@ -58,7 +58,7 @@ void AddEquations(const MultiResectObs& obs, bool inSpace, const Network& at,
   }
   const Equation across(-dn / dist, -de / dist, 0.0, 0.0, dist - obs.horizDist);
   if (!inSpace) {
-    equations.push_back(across * RootOfWeight(obs.horizDist));
+    equations.emplace_back(across * RootOfWeight(obs.horizDist));
     return;
   }
   const Equation up(0.0, 0.0, -1.0, 0.0, obs.elev + obs.heightTerm - at.elev - obs.heightDiff);
