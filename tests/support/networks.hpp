@@ -160,4 +160,16 @@ inline Network DrawNetwork(Random& random, const Geometry& geometry, Distances d
   return net;
 }
 
+/// The points of a network, lifted to elevations.
+inline Network InSpace(Random& random, const Network& flat) {
+  Network net{flat.north, flat.east, random.Metres(-50.0, 50.0), flat.orient, {}};
+  for (const auto& sight : flat.sights) {
+    AddSight(net, sight.north, sight.east, net.elev + random.Metres(-20.0, 20.0));
+    auto& added = net.sights.back();
+    added.heightTerm = random.Metres(-2.0, 2.0);
+    added.elev -= added.heightTerm;
+  }
+  return net;
+}
+
 }  // namespace kavo_test
