@@ -16,9 +16,9 @@ constexpr IntAngle kHalf = ANGLE_HALF_CIRCLE;
 constexpr IntAngle kEighth = kQuarter / 2;
 
 // Points about a station at the origin, whose circle reads azimuths, and the sights to them.
-CoordPt North(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(100, 0, elev, flags); }
-CoordPt East(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(0, 50, elev, flags); }
-CoordPt South(double elev = 0.0, std::uint16_t flags = kPlan) { return Pt(-80, 0, elev, flags); }
+CoordPt North() { return Pt(100, 0); }
+CoordPt East() { return Pt(0, 50); }
+CoordPt South() { return Pt(-80, 0); }
 const MultiResectInput kNorth = Sight(North(), 0);
 const MultiResectInput kEast = Sight(East(), kQuarter);
 const MultiResectInput kSouth = Sight(South(), kHalf);
@@ -76,7 +76,7 @@ TEST(MultiResection, WritesEveryFieldButTheReservedOnes) {
        {Sight(North(), 3 * ANGLE_FULL_CIRCLE, 100), Sight(East(), kQuarter - ANGLE_FULL_CIRCLE, 50),
         kSouth},
        0},
-      {"positions count without COORD_HAS_NE", {Sight(North(0, 0), 0), kEast, kSouth}, 0},
+      {"positions count without COORD_HAS_NE", {Sight(Pt(100, 0, 0, 0), 0), kEast, kSouth}, 0},
       // Meant so: the reading of face 2 goes 2615296 units too far, here for every sight alike.
       {"face 2 alone gives a wrong orientation",
        {WithZenith(Sight(North(), kHalf, 100), 3 * kQuarter),
@@ -103,49 +103,34 @@ TEST(MultiResection, WritesEveryFieldButTheReservedOnes) {
 }
 
 TEST(MultiResection, TakesTheElevationFromTheRightSights) {
-  // Sights without an elevation, which complete the figure.
-  const auto east = Sight(East(), kQuarter, 50, 1000.0, 1000.0);
-  const auto zenith = [](const CoordPt& point, IntAngle ha, IntAngle va, double heightTerm) {
-    return WithZenith(Sight(point, ha, 0.0, 1000.0, heightTerm), va);
+  const auto up = [](CoordPt point, double elev, IntAngle ha, double dist = 0, double dh = 0,
+                     double term = 0) {
+    return Sight(Pt(point.north, point.east, elev, kFull), ha, dist, dh, term);
   };
-  const struct {
+  const auto north = up(North(), 50, 0, 100, 3.0, 0.5);
+  const auto steepNorth = WithZenith(up(North(), 150, 0, 0, 1000, 0.5), kEighth);
+  const auto steepSouth = WithZenith(up(South(), -28, kHalf, 0, 1000, 1.5), 3 * kEighth);
+  const auto tall = up(North(), 0x1p53, 0, 100, 0x1p53, 1.0);
+  const auto unknown = up(North(), 50, 0, 100, kNaN);
+  const MultiSights averaged = {north, up(East(), 40, kQuarter, 50, -4.0, -0.25),
+                                up(South(), 999, kHalf)};
+  // Without an elevation, to complete the figure.
+  const auto east = Sight(East(), kQuarter, 50, 1000.0, 1000.0);
+  struct Case {
     const char* name;
     MultiSights sights;
-    std::uint16_t flags;
     double elev, spread, elevResids[3];
-  } rows[] = {{"no elevation", {Sight(North(), 0, 100), east, kSouth}, kPlan, 0.0, 0.0, {}},
-              {"one distance to an elevation",
-               {Sight(North(50, kFull), 0, 100, 3.0, 0.5), east, kSouth},
-               kFull,
-               47.5,
-               0.0,
-               {}},
-              {"two of them are averaged, and a zenith reading does not count",
-               {Sight(North(50, kFull), 0, 100, 3.0, 0.5),
-                Sight(East(40, kFull), kQuarter, 50, -4.0, -0.25), Sight(South(999, kFull), kHalf)},
-               kFull,
-               45.625,
-               3.75,
-               {1.875, -1.875, 0.0}},
-              {"the height term is added first",
-               {Sight(North(0x1p53, kFull), 0, 100, 0x1p53, 1.0), east, kSouth},
-               kFull,
-               0.0,
-               0.0,
-               {}},
-              {"zenith readings when there is no such distance",
-               {zenith(North(150, kFull), 0, kEighth, 0.5),
-                zenith(South(-28, kFull), kHalf, 3 * kEighth, 1.5), east},
-               kFull,
-               52.0,
-               3.0,
-               {}},
-              {"what is not a number travels",
-               {Sight(North(50, kFull), 0, 100, kNaN), east, kSouth},
-               kFull,
-               kNaN,
-               -2e20,
-               {kNaN, 0, 0}}};
+  };
+  const Case rows[] = {
+      {"one distance to an elevation", {north, east, kSouth}, 47.5, 0, {}},
+      {"two of them, and a zenith reading that does not count",
+       averaged,
+       45.625,
+       3.75,
+       {1.875, -1.875}},
+      {"the height term is added first", {tall, east, kSouth}, 0, 0, {}},
+      {"zenith readings without such a distance", {steepNorth, steepSouth, east}, 52, 3, {}},
+      {"not a number travels", {unknown, east, kSouth}, kNaN, -2e20, {kNaN}}};
   const auto expectNear = [](double expected, double value) {
     EXPECT_TRUE(std::isnan(expected) ? std::isnan(value) : std::fabs(expected - value) < 1e-9)
         << "expected " << expected << ", got " << value;
@@ -155,7 +140,7 @@ TEST(MultiResection, TakesTheElevationFromTheRightSights) {
     const auto [status, result, residuals] = Resect(row.sights);
     ASSERT_EQ(STATUS_OK, status);
     EXPECT_LT(std::hypot(result.station.north, result.station.east), 1e-9);
-    EXPECT_EQ(row.flags, result.station.flags);
+    EXPECT_EQ(kFull, result.station.flags);
     expectNear(row.elev, result.station.elev);
     expectNear(row.spread, result.elevSpread);
     for (std::size_t i = 0; i < residuals.size(); ++i) {
