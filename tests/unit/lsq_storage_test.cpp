@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 #include "fake_heap.hpp"
 #include "lsq_objects.hpp"
@@ -124,8 +125,8 @@ TEST(Work, IsAllOrNone) {
   EXPECT_EQ(".L....L", RefuseEachRequest([&] {
               const auto code = work.Alloc();
               if (code == kEngineOk) {
-                const Owner a{work.a}, qxx{work.qxx};
-                const Owner l{work.l}, dx{work.dx}, v{work.v};
+                std::apply([](auto... part) { (Release(part), ...); },
+                           std::tuple{work.a, work.qxx, work.l, work.dx, work.v});
               }
               return code;
             }));
