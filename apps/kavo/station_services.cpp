@@ -33,8 +33,8 @@ std::string FaceNote(const std::vector<Sight>& sights) {
   return names.empty() ? "" : "readings of face 2 were reduced to face 1: " + names;
 }
 
-std::string Joined(std::string first, const std::string& second) {
-  return first.empty() || second.empty() ? first + second : first + "; " + second;
+std::string Joined(const std::string& first, const std::string& second) {
+  return first + (first.empty() || second.empty() ? "" : "; ") + second;
 }
 
 // --- benchmark
@@ -241,6 +241,7 @@ Answer Resect(const Inputs& in) {
     return {ERR_POINT_INVALID, {{}, {}, {}, {}, {}, {}}};
   }
   std::vector<MultiResectInput> inputs;
+  inputs.reserve(sights.size());
   for (const auto& sight : sights) {
     inputs.push_back(MultiInput(sight, in));
   }
