@@ -5,10 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "cogo_services.hpp"
-#include "measure_services.hpp"
-#include "reference_services.hpp"
-#include "station_services.hpp"
+#include "service_families.hpp"
 
 namespace kavo_app {
 
@@ -88,7 +85,8 @@ std::span<const Service> Services() {
   static const std::vector<Service> services = [] {
     std::vector<Service> all;
     for (const auto family :
-         {CogoServices(), MeasureServices(), ReferenceServices(), StationServices()}) {
+         {CogoServices(), IntersectServices(), MeasureServices(), OffsetServices(),
+          ReferenceServices(), PlaneServices(), StationServices(), AdjustmentServices()}) {
       all.insert(all.end(), family.begin(), family.end());
     }
     return all;

@@ -99,12 +99,6 @@ struct StatusRow {
   std::string_view sentence;  ///< What it means; for a failure also what to do.
 };
 
-/// Rows that many services share.
-inline constexpr StatusRow kComputed{STATUS_OK, true, "computed"};
-inline constexpr StatusRow kPointInvalid{ERR_POINT_INVALID, false,
-                                         "a point has no position, or no elevation where one is "
-                                         "needed: give its north and east, and elev"};
-
 /// The inputs of one call, looked up by field name. A name or type that is not the table's is a
 /// fault of the program and ends it.
 class Inputs {

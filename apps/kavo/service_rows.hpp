@@ -1,0 +1,29 @@
+// Fields and statuses that several families of services share.
+#pragma once
+
+#include <array>
+
+#include "service.hpp"
+
+namespace kavo_app {
+
+inline constexpr StatusRow kComputed{STATUS_OK, true, "computed"};
+inline constexpr StatusRow kPointInvalid{ERR_POINT_INVALID, false,
+                                         "a point has no position, or no elevation where one is "
+                                         "needed: give its north and east, and elev"};
+inline constexpr StatusRow kNoBase{ERR_NO_BASE, false,
+                                   "there is no base: set one in an earlier step"};
+inline constexpr StatusRow kLinePointsCoincide{
+    ERR_NO_DIRECTION, false, "the line's two points coincide: give two different points"};
+
+inline constexpr std::array kPointOut = {
+    Field{"point", Kind::kPoint, "the computed point"},
+};
+
+// Where the instrument stands, for what is aimed at or sighted from there.
+inline constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height; 0 when absent",
+                                         Need::kOptional};
+inline constexpr Field kOrient{"orient", Kind::kAzimuth,
+                               "azimuth of the circle's zero; 0 when absent", Need::kOptional};
+
+}  // namespace kavo_app
