@@ -1,4 +1,4 @@
-"""Approximate station and orientation of a resection: three closed forms, and the one that fits best.
+"""The start of an adjustment: three closed forms of a station, and the one that fits best.
 
 A reading hz stands for the azimuth hz + w; a and b are cosine and sine of w. Coordinates are metres
 from the centroid of the sighted points, angles radians. Any start near enough would do; these forms
@@ -92,8 +92,8 @@ def eliminated(conditions: list[Condition]) -> tuple[float, float, float, float]
 
 def all_directions(rays: Rays) -> Fix | None:
     """Least squares in the conditions that every point lies on its ray."""
-    conditions = [(r.cos_hz * r.east - r.sin_hz * r.north, -(r.sin_hz * r.east + r.cos_hz * r.north),
-                   r.sin_hz, -r.cos_hz) for r in rays]
+    conditions = [(r.cos_hz * r.east - r.sin_hz * r.north,
+                   -(r.sin_hz * r.east + r.cos_hz * r.north), r.sin_hz, -r.cos_hz) for r in rays]
     k = eliminated(conditions)
     if k is None:
         return None

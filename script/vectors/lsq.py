@@ -1,4 +1,4 @@
-"""The least-squares engine: products, solver, observations, weights, and the steps of an adjustment.
+"""The least-squares engine: products, solver, observations with weights, steps of an adjustment.
 
 Matrices are lists of rows, full ones with all their zeros. Every sum runs in the order of its index
 and leaves out what the library leaves out: in a product the terms with a factor that is exactly

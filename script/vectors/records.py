@@ -225,7 +225,7 @@ class Number(Record):
 
 
 def untouched(kind: Any, count: int = 0) -> Any:
-    """A value of the kind as it looks before the call: every byte the same; of a list so many."""
+    """A value of the kind as it looks before the call: every byte the same; a list has so many."""
     if get_origin(kind) is list:
         (record,) = get_args(kind)
         return [untouched(record) for _ in range(count)]

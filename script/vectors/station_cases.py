@@ -3,7 +3,6 @@
 import dataclasses
 from collections.abc import Iterator
 
-import multi_cases
 from cases import ALL_FLAGS, ORDINARY, WILD, Case, Source, at, high, single
 from ieee import wrap32
 from records import (FULL_CIRCLE, HALF_CIRCLE, HAS_ELEV, QUARTER_CIRCLE, CoordPt, StnAngleObs,
@@ -47,7 +46,8 @@ def resect_3pt() -> Iterator[Case]:
         yield seen(p0, 1), seen(at(0.0, 100.0, 7.0, flags), 3000000), seen(p2, 9000000)
         yield seen(p0, 1), seen(p1, 3000000), seen(at(-100.0, 0.0, 7.0, flags), 9000000)
     # Equal readings, also once the faces are reduced; a circle apart they are not equal.
-    for h0, h1, h2 in ((4, 4, 9), (4, 9, 4), (9, 4, 4), (0, FULL_CIRCLE, 9), (4, 9, FULL_CIRCLE + 4)):
+    for h0, h1, h2 in ((4, 4, 9), (4, 9, 4), (9, 4, 4), (0, FULL_CIRCLE, 9),
+                       (4, 9, FULL_CIRCLE + 4)):
         yield seen(p0, h0), seen(p1, h1), seen(p2, h2)
     yield seen(p0, 4), seen(p1, HALF_CIRCLE + 4, 19000000), seen(p2, 3000000)
     # Angles of a quarter and three quarters, also negative ones, and of a half.
@@ -72,7 +72,8 @@ def resect_3pt() -> Iterator[Case]:
         yield seen(p0, 0), seen(p1, 5000000), seen(high(number, number, number), 9000000)
         yield seen(tops[0], 0, 5000000, number), seen(p1, 5000000), seen(p2, 9000000)
     for scale in (TINY, 1e-170, 1e170, HUGE):
-        yield (seen(at(scale, 0.0), 0), seen(at(0.0, scale), 5000000), seen(at(-scale, 0.0), 9000000))
+        yield (seen(at(scale, 0.0), 0), seen(at(0.0, scale), 5000000),
+               seen(at(-scale, 0.0), 9000000))
     rng = Rng()
     for i in range(2 * ORDINARY):
         setup, points = random_setup(rng, errors=i % 3 != 0)
@@ -121,7 +122,8 @@ def resect_2pt() -> Iterator[Case]:
         yield ranged(p, 33, number), ranged(q, 4000000, 0.0)
         yield ranged(p, 33, number, home), ranged(q, 4000000, 4.0, at(number, 1.0))
         yield ranged(high(number, 0.0, number), 33, 3.0), ranged(q, 4000000, 0.0)
-        yield ranged(p, 33, 3.0, home), ranged(high(1.0, number, number), 4000000, 4.0, at(3.0, 4.0))
+        yield (ranged(p, 33, 3.0, home),
+               ranged(high(1.0, number, number), 4000000, 4.0, at(3.0, 4.0)))
         yield (dataclasses.replace(ranged(p, 33, 3.0), vd=number, height_term=-number),
                ranged(q, 4000000, 0.0))
     rng = Rng()
@@ -140,4 +142,4 @@ FILES: dict[str, tuple[Source, ...]] = {
     "benchmark": (single("KavoSTNSeaLevelCalcByBM", sea_level_calc_by_bm),),
     "station_3pt": (single("KavoSTN3PtResect", resect_3pt),),
     "station_2pt": (single("KavoSTN2PtResect", resect_2pt),),
-} | multi_cases.FILES
+}
