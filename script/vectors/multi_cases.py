@@ -120,6 +120,12 @@ def near_circle() -> Iterator[Case]:
         for count in (3, 4):
             yield counted(*(setup.sight(p, False) for p in corners[:count]))
             yield counted(*(setup.sight(p, p is corners[0]) for p in corners[:count]))
+    # Again, but the one distance goes past the point farthest from its end.
+    corners = high(-60.0, 25.0, 1.0), at(63.0, 16.0), high(25.0, 60.0, 2.0), at(-25.0, 60.0)
+    for off in (0.0, 1e-3, -1e-3, 0.05, -0.05, 1.0, -5.0):
+        setup = Setup(at(65.0 + off, 0.0), 20000000)
+        for count in (2, 3, 4):
+            yield counted(*(setup.sight(p, p is corners[0]) for p in corners[:count]))
 
 
 def wild() -> Iterator[Case]:
