@@ -113,7 +113,7 @@ def surveyed() -> Iterator[Case]:
 
 
 def near_circle() -> Iterator[Case]:
-    """A station on the circle through its points, or so far inside or outside it."""
+    """A station on the circle through its points, or a little inside or outside it."""
     corners = high(30.0, 40.0, 1.0), at(-50.0, 0.0), high(-14.0, -48.0, 2.0), at(40.0, -30.0)
     for off in (0.0, 1e-3, -1e-3, 0.05, -0.05, 1.0, -5.0):
         setup = Setup(at(50.0 + off, 0.0), 1234567)

@@ -171,7 +171,7 @@ class StnDistObs(Record):
 
 @dataclass
 class StnSetupResult(Record):
-    """A station from two or three points, with the checks of the former."""
+    """A station from three points, or from two with the checks."""
 
     station: CoordPt
     orient: I32
