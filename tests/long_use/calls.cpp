@@ -22,9 +22,11 @@ constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double kSpecials[] = {0.0,           -0.0,      1e-300,     1e20,       kHuge,
                                 VALUE_INVALID, kInfinity, -kInfinity, kNotANumber};
 
+// What is drawn, the type of the second argument says.
+
 // Mostly a site of two kilometres; now and then a whole number, so that points meet and lines are
 // parallel, and seldom what no site has.
-double Draw(Draws& draws, double /*before*/) {
+double Draw(Draws& draws, double /*kind*/) {
   switch (draws.Below(100)) {
     case 0:
       return kSpecials[draws.Below(std::size(kSpecials))];
@@ -37,7 +39,7 @@ double Draw(Draws& draws, double /*before*/) {
   }
 }
 
-IntAngle Draw(Draws& draws, IntAngle /*before*/) {
+IntAngle Draw(Draws& draws, IntAngle /*kind*/) {
   switch (draws.Below(32)) {
     case 0:
       return static_cast<IntAngle>(static_cast<std::uint32_t>(draws.Next()));
@@ -50,8 +52,10 @@ IntAngle Draw(Draws& draws, IntAngle /*before*/) {
 
 // The flags of a point are mostly both; a line is as often by two points as by a direction.
 std::uint16_t DrawWord(Draws& draws, std::string_view name) {
-  const bool ordinary = name != "mode" && draws.Below(16) != 0;
-  return static_cast<std::uint16_t>(ordinary ? 3 : draws.Below(4));
+  if (name == "mode") {
+    return static_cast<std::uint16_t>(LINE_MODE_DIRECTION + draws.Below(2));
+  }
+  return static_cast<std::uint16_t>(draws.Below(16) == 0 ? draws.Below(4) : 3);
 }
 
 template <Record T>
@@ -182,7 +186,9 @@ constexpr Export kExports[] = {
     {"KavoSTNKnownLine", RandomKnownLine},
 };
 
-std::size_t NumberDrawn(std::uint64_t seed) { return Draws(seed).Below(std::size(kExports)); }
+std::size_t NumberDrawn(std::uint64_t seed) {
+  return static_cast<std::size_t>(Draws(seed).Below(std::size(kExports)));
+}
 
 // Ends the program: without the library there is nothing to check.
 [[noreturn]] void FailToLoad() {

@@ -33,6 +33,7 @@ bool IsNamed(Names names, std::string_view name) {
 std::vector<std::uint64_t> SeedsOf(Names names, std::size_t calls) {
   kavo_test::Draws draws(20261121);
   std::vector<std::uint64_t> seeds;
+  seeds.reserve(calls);
   while (seeds.size() < calls) {
     const std::uint64_t seed = draws.Next();
     if (IsNamed(names, kavo_test::Drawn(seed).name)) {
@@ -46,6 +47,7 @@ std::vector<std::uint64_t> SeedsOf(Names names, std::size_t calls) {
 std::size_t DifferOnThreads(const kavo_test::Library& library,
                             const std::vector<std::uint64_t>& seeds) {
   std::vector<kavo_test::Answer> alone;
+  alone.reserve(seeds.size());
   for (const std::uint64_t seed : seeds) {
     alone.push_back(library.Call(seed));
   }
@@ -79,7 +81,7 @@ int main(int argc, char** argv) {
   }
   const Names names = arguments.subspan(3);
   const kavo_test::Library library(argv[1]);
-  const std::size_t calls = std::strtoull(argv[2], nullptr, 10);
+  const std::size_t calls = std::strtoul(argv[2], nullptr, 10);
   const std::size_t different = DifferOnThreads(library, SeedsOf(names, calls));
   std::printf("%zu calls of %zu exports on each of %zu threads, %zu answers different\n", calls,
               names.size(), kThreads, different);
