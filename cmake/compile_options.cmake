@@ -25,6 +25,6 @@ target_compile_options(kavo_library_options INTERFACE -fPIC -fvisibility=hidden
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 # Whatever the tool chain's own defaults: nothing of the loaded library is both writable and
 # executable, and its tables of addresses are read-only from the start.
-if(UNIX)
+if(CMAKE_SYSTEM_NAME STREQUAL Linux)
   target_link_options(kavo_library_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)
 endif()
