@@ -2,7 +2,7 @@
  * @file kavostdlib.h
  * @brief Computation library of a surveying total station: plain C interface.
  *
- * Valid as C11 and as C++17. This is the only header that a program needs.
+ * Valid as C99 and as C++17. This is the only header that a program needs.
  *
  * Rules that hold for every function
  * ----------------------------------
