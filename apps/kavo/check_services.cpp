@@ -34,7 +34,7 @@ class Judge {
 
   std::int32_t Status() const { return blamed_.empty() ? STATUS_OK : kOutOfTolerance; }
   /// Names what is out of tolerance.
-  std::string Note() const { return blamed_.empty() ? "" : "out of tolerance: " + blamed_; }
+  std::string Note() const { return blamed_.empty() ? "" : "too large: " + blamed_; }
 
  private:
   void Blame(std::string_view name) {

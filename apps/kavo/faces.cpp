@@ -115,18 +115,18 @@ void ReduceReadings(Sight& sight) {
 
 std::string FaceTrouble(const Reading& one, const Reading& other) {
   if (one.va.has_value() != other.va.has_value()) {
-    return "has a zenith reading on one face only; give it on both";
+    return "only one face has a zenith reading: give both or none";
   }
   if (std::abs(Folded(Direction(one) - Direction(other))) > kGrossAngle ||
       std::abs(Zenith(one) - Zenith(other)) > kGrossAngle) {
-    return "its two faces are more than half a degree apart: they are not one sight";
+    return "the two faces are more than half a degree apart: they are not one sight";
   }
   if ((one.slopeDist != 0.0 && other.horizDist != 0.0) ||
       (one.horizDist != 0.0 && other.slopeDist != 0.0)) {
-    return "has a slope distance on one face and a horizontal one on the other; give one kind";
+    return "one face has a slope distance and the other a horizontal one: give one kind";
   }
   if (FarApart(one.slopeDist, other.slopeDist) || FarApart(one.horizDist, other.horizDist)) {
-    return "its two distances are more than 0.1 m apart: they are not one sight";
+    return "the two distances are more than 0.1 m apart: they are not one sight";
   }
   return {};
 }

@@ -29,6 +29,9 @@ std::vector<std::string_view> KnownStepKeys(const Service& service) {
   return known;
 }
 
+// The parser may quote the file at any length.
+constexpr std::size_t kMostOfComplaint = 200;
+
 toml::table ParseToml(const std::filesystem::path& path) {
   std::ifstream file(path);
   if (!file || std::filesystem::is_directory(path)) {
@@ -38,7 +41,7 @@ toml::table ParseToml(const std::filesystem::path& path) {
     return toml::parse(file, path.string());
   } catch (const toml::parse_error& error) {
     throw UserError({path.string(), error.source().begin.line}, "",
-                    fmt::format("is not valid TOML: {}", error.description()));
+                    fmt::format("is not valid TOML: {}", Shown(error.description(), kMostOfComplaint)));
   }
 }
 
@@ -76,7 +79,7 @@ class JobReader {
     if (const auto* node = top_.Find("points")) {
       const auto& table = top_.TableOf(*node, "points");
       for (const auto& [name, point] : table) {
-        const auto label = fmt::format("points.{}", name.str());
+        const auto label = fmt::format("points.{}", Shown(name.str()));
         names_.Points().emplace(name.str(),
                                 ReadPointTable(top_.Inner(top_.TableOf(point, label), label)));
       }

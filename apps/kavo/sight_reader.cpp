@@ -130,7 +130,7 @@ class SightList {
       at.FailHere("th", "differs from that of the other face: they are not one sight");
     }
     if (const auto trouble = FaceTrouble(first.readings.front(), reading); !trouble.empty()) {
-      at.FailHere("point", fmt::format("{} {}", Quoted(sight.name), trouble));
+      at.FailHere("point", fmt::format("{}: {}", Quoted(sight.name), trouble));
     }
     first.readings.push_back(reading);
     waiting.indices.erase(waiting.indices.begin());
