@@ -40,8 +40,9 @@ toml::table ParseToml(const std::filesystem::path& path) {
   try {
     return toml::parse(file, path.string());
   } catch (const toml::parse_error& error) {
-    throw UserError({path.string(), error.source().begin.line}, "",
-                    fmt::format("is not valid TOML: {}", Shown(error.description(), kMostOfComplaint)));
+    throw UserError(
+        {path.string(), error.source().begin.line}, "",
+        fmt::format("is not valid TOML: {}", Shown(error.description(), kMostOfComplaint)));
   }
 }
 
