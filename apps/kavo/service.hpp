@@ -165,7 +165,8 @@ class Inputs {
 
 /// What a call gave.
 struct Answer {
-  std::int32_t status;         ///< Of the export; STATUS_OK for an export without one.
+  std::int32_t
+      status;  ///< Of the export, or of kavo's own check; STATUS_OK for an export without one.
   std::vector<Value> outputs;  ///< One for each output field, in the table's order.
   std::string note{};  ///< What a reader of the result must know beyond the table; or empty.
   /// Why there is no result although the export reports none missing; or empty.

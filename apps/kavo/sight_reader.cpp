@@ -154,6 +154,8 @@ Input ReadSights(const InputReader& inputs, const TomlReader& at, const toml::no
     for (const auto& [place, table] : ReadCsvTables(path, kKeys)) {
       list.Add(TomlReader(table, place, "", nullptr));
     }
+  } else if (!node.is_array()) {
+    at.Fail(node, field.name, "write a list of sights, or the name of a CSV file");
   } else {
     for (const auto& element : at.ArrayOf(node, field.name)) {
       list.Add(at.Inner(at.TableOf(element, field.name), field.name));
