@@ -42,7 +42,8 @@ toml::table ParseToml(const std::filesystem::path& path) {
   } catch (const toml::parse_error& error) {
     throw UserError(
         {path.string(), error.source().begin.line}, "",
-        fmt::format("is not valid TOML: {}", Shown(error.description(), kMostOfComplaint)));
+        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks",
+                    Shown(error.description(), kMostOfComplaint)));
   }
 }
 
