@@ -131,7 +131,7 @@ Answer Backsight(const Inputs& in) {
     return {status, {{}, {}, {}, {}}};
   }
   const bool distance = in.Has("slopeDist") || in.Has("horizDist");
-  const bool height = distance && in.Has("va") && HasElev(station) && HasElev(point);
+  const bool height = distance && sight.hasHeight && HasElev(station) && HasElev(point);
   const IntAngle turn = Folded(sight.ha + in.Angle("orient", 0) - known.azimuth);
   const Value dDist = distance ? Value{sight.horizDist - known.horizDist} : Value{};
   const double measured = sight.heightDiff + in.Number("ih", 0.0) - sight.targetHeight;

@@ -49,7 +49,6 @@ void MeanFaces(Sight& sight) {
                             face1.va ? std::optional(index) : std::nullopt};
   sight.slopeDist = MeanDist(face1.slopeDist, face2.slopeDist);
   sight.horizDist = MeanDist(face1.horizDist, face2.horizDist);
-  sight.heightDiff = MeanDist(face1.heightDiff, face2.heightDiff);
 }
 
 void TakeSingle(Sight& sight) {
@@ -59,7 +58,17 @@ void TakeSingle(Sight& sight) {
   sight.va = Zenith(reading);
   sight.slopeDist = reading.slopeDist;
   sight.horizDist = reading.horizDist;
-  sight.heightDiff = reading.heightDiff;
+}
+
+// Mean of the height differences that were measured with horizontal distances, if any was.
+std::optional<double> MeasuredHeight(const std::vector<Reading>& readings) {
+  double sum = 0.0;
+  int count = 0;
+  for (const auto& reading : readings) {
+    sum += reading.heightDiff.value_or(0.0);
+    count += reading.heightDiff ? 1 : 0;
+  }
+  return count > 0 ? std::optional(sum / count) : std::nullopt;
 }
 
 IntAngle Mean(const std::vector<IntAngle>& errors) {
@@ -101,14 +110,16 @@ void ReduceReadings(Sight& sight) {
     TakeSingle(sight);
   }
   const bool zenith = sight.readings.front().va.has_value();
+  const auto measured = MeasuredHeight(sight.readings);
+  sight.hasHeight = zenith || measured;
+  const double sine = std::sin(Radians(sight.va));
+  const double cosine = std::cos(Radians(sight.va));
   if (sight.slopeDist != 0.0) {
-    sight.horizDist = sight.slopeDist * std::sin(Radians(sight.va));
-    sight.heightDiff = sight.slopeDist * std::cos(Radians(sight.va));
+    sight.horizDist = sight.slopeDist * sine;
+    sight.heightDiff = sight.slopeDist * cosine;
   } else {
-    if (zenith && sight.heightDiff == 0.0) {
-      sight.heightDiff =
-          sight.horizDist * std::cos(Radians(sight.va)) / std::sin(Radians(sight.va));
-    }
+    sight.heightDiff =
+        measured || !zenith ? measured.value_or(0.0) : sight.horizDist / sine * cosine;
     sight.slopeDist = std::hypot(sight.horizDist, sight.heightDiff);
   }
 }
@@ -138,14 +149,18 @@ Pointing PointingOf(const Inputs& in) {
   const bool face2 = in.Has("va") ? IsFace2(in.Angle("va")) : in.Number("face", 1.0) == 2.0;
   Pointing out;
   out.sight.targetHeight = in.Number("th", 0.0);
-  out.sight.readings = {{in.Angle("ha"), angle("va"), face2, in.Number("slopeDist", 0.0),
-                         in.Number("horizDist", 0.0), 0.0}};
+  out.sight.readings = {{in.Angle("ha"),
+                         angle("va"),
+                         face2,
+                         in.Number("slopeDist", 0.0),
+                         in.Number("horizDist", 0.0),
+                         {}}};
   if (in.Has("face") && in.Number("face") != (face2 ? 2.0 : 1.0)) {
     out.trouble = "face is neither 1 nor 2, or va is a reading of the other one";
   }
   if (in.Has("ha2")) {
     const Reading& one = out.sight.readings.front();
-    const Reading other{in.Angle("ha2"), angle("va2"), !face2, 0.0, 0.0, 0.0};
+    const Reading other{in.Angle("ha2"), angle("va2"), !face2, 0.0, 0.0, {}};
     out.trouble = other.va && IsFace2(*other.va) == face2 ? "both readings are of one face"
                                                           : FaceTrouble(one, other);
     out.sight.readings.push_back(other);

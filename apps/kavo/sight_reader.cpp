@@ -55,7 +55,9 @@ Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   reading.face2 = ReadFace2(at, reading.va);
   reading.slopeDist = at.Number("slopeDist", 0.0);
   reading.horizDist = at.Number("horizDist", 0.0);
-  reading.heightDiff = at.Number("heightDiff", 0.0);
+  if (at.Find("heightDiff") != nullptr) {
+    reading.heightDiff = at.Number("heightDiff", 0.0);
+  }
   return reading;
 }
 
