@@ -95,6 +95,26 @@ std::string NoteOnFaces(const Sight& sight) {
              : collimation;
 }
 
+std::optional<IntAngle> AngleIfGiven(const Inputs& in, std::string_view name) {
+  return in.Has(name) ? std::optional(in.Angle(name)) : std::nullopt;
+}
+
+// The zenith readings tell their faces; nothing else may say otherwise.
+std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readings) {
+  const Reading& first = readings.front();
+  if (in.Has("face") && in.Number("face") != (first.face2 ? 2.0 : 1.0)) {
+    return "face is neither 1 nor 2, or va is a reading of the other one";
+  }
+  if (readings.size() == 1) {
+    return in.Has("va2") ? "va2 belongs to ha2: give both or none" : "";
+  }
+  const Reading& second = readings.back();
+  if (second.va && IsFace2(*second.va) != second.face2) {
+    return "both readings are of one face";
+  }
+  return FaceTrouble(first, second);
+}
+
 bool FarApart(double one, double other) {
   return one != 0.0 && other != 0.0 && std::fabs(one - other) > kGrossDist;
 }
@@ -109,7 +129,10 @@ void ReduceReadings(Sight& sight) {
   } else {
     TakeSingle(sight);
   }
-  const bool zenith = sight.readings.front().va.has_value();
+  // A vertical sight with a horizontal distance tells no height.
+  const bool vertical = sight.va % ANGLE_HALF_CIRCLE == 0;
+  const bool zenith =
+      sight.readings.front().va.has_value() && (sight.slopeDist != 0.0 || !vertical);
   const auto measured = MeasuredHeight(sight.readings);
   sight.hasHeight = zenith || measured;
   const double sine = std::sin(Radians(sight.va));
@@ -143,30 +166,19 @@ std::string FaceTrouble(const Reading& one, const Reading& other) {
 }
 
 Pointing PointingOf(const Inputs& in) {
-  const auto angle = [&in](std::string_view name) {
-    return in.Has(name) ? std::optional(in.Angle(name)) : std::nullopt;
-  };
-  const bool face2 = in.Has("va") ? IsFace2(in.Angle("va")) : in.Number("face", 1.0) == 2.0;
+  const auto va = AngleIfGiven(in, "va");
+  const bool face2 = va ? IsFace2(*va) : in.Number("face", 1.0) == 2.0;
   Pointing out;
-  out.sight.targetHeight = in.Number("th", 0.0);
-  out.sight.readings = {{in.Angle("ha"),
-                         angle("va"),
-                         face2,
-                         in.Number("slopeDist", 0.0),
-                         in.Number("horizDist", 0.0),
-                         {}}};
-  if (in.Has("face") && in.Number("face") != (face2 ? 2.0 : 1.0)) {
-    out.trouble = "face is neither 1 nor 2, or va is a reading of the other one";
-  }
+  Sight& sight = out.sight;
+  sight.targetHeight = in.Number("th", 0.0);
+  sight.readings.push_back(
+      {in.Angle("ha"), va, face2, in.Number("slopeDist", 0.0), in.Number("horizDist", 0.0), {}});
   if (in.Has("ha2")) {
-    const Reading& one = out.sight.readings.front();
-    const Reading other{in.Angle("ha2"), angle("va2"), !face2, 0.0, 0.0, {}};
-    out.trouble = other.va && IsFace2(*other.va) == face2 ? "both readings are of one face"
-                                                          : FaceTrouble(one, other);
-    out.sight.readings.push_back(other);
+    sight.readings.push_back({in.Angle("ha2"), AngleIfGiven(in, "va2"), !face2, 0.0, 0.0, {}});
   }
-  ReduceReadings(out.sight);
-  out.note = NoteOnFaces(out.sight);
+  out.trouble = PointingTrouble(in, sight.readings);
+  ReduceReadings(sight);
+  out.note = NoteOnFaces(sight);
   return out;
 }
 
