@@ -68,6 +68,7 @@ class Runner {
     outcome.status = answer.status;
     outcome.sentence = row->sentence;
     outcome.success = row->success;
+    outcome.passed = row->good;
     if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
       answer.trouble = "the result is not a finite number: check the size of the inputs";
     }
@@ -118,11 +119,15 @@ class Runner {
     return input.value;
   }
 
-  // A sight is a list of one, with the point that it sights as its part.
+  // A sight is a list of one, with the point that it sights as its part. What does not tell a
+  // height gives no elevation of the station either.
   Sight SightOf(const Input& input) const {
     Sight sight = std::get<std::vector<Sight>>(input.value).front();
     if (!input.parts.empty()) {
       sight.point = std::get<CoordPt>(ValueOf(input.parts.front()));
+      if (!sight.hasHeight) {
+        sight.point.flags &= COORD_HAS_NE;
+      }
     }
     return sight;
   }
@@ -179,7 +184,7 @@ class Runner {
 }  // namespace
 
 bool Outcome::Good() const {
-  return success && std::ranges::all_of(comparisons, [](const auto& comparison) {
+  return success && passed && std::ranges::all_of(comparisons, [](const auto& comparison) {
            return Available(comparison.computed) && comparison.within.value_or(true);
          });
 }
