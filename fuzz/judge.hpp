@@ -3,23 +3,14 @@
 // outputs stay as they are, and a second call over other old contents gives the same bits.
 #pragma once
 
-#include <cstdio>
-#include <cstdlib>
 #include <tuple>
 #include <utility>
 
 #include "contracts.hpp"
+#include "fail.hpp"
 #include "slots.hpp"
 
 namespace kavo_fuzz {
-
-/// Ends the process, so that the fuzzer keeps the input: who broke which rule, with which values.
-[[noreturn]] inline void Fail(std::string_view who, std::string_view rule,
-                              const std::string& values) {
-  std::fprintf(stderr, "\n%s: %s\n%s", std::string(who).c_str(), std::string(rule).c_str(),
-               values.c_str());
-  std::abort();
-}
 
 /// Holds a law between results of `who`; the values are shown when it is broken.
 template <class... Values>
