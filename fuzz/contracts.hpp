@@ -12,7 +12,8 @@ namespace kavo_fuzz {
 inline constexpr std::int32_t kNoStatus = 1 << 30;
 
 /// A word for each output, a letter for each of its fields, or one letter for all of them. Fields
-/// named reserved have no letter and are untouched. A status may have several rows.
+/// named reserved have no letter: they are untouched, or written too where `=` ends the word. A
+/// status may have several rows.
 ///   w  written      u  untouched      i  VALUE_INVALID or ANGLE_INVALID      0 1 3  that number
 ///   n  a finite number                p  a finite number, not negative
 ///   f  flags 1 or 3                   F  the same, and the elevation before is 0 with flags 1
@@ -69,8 +70,8 @@ CONTRACT(KavoBRSetSlope, {STATUS_OK, ""}, {WARN_SLOPE_VERTICAL, ""}, {WARN_SLOPE
          {ERR_REFUSED, ""});
 CONTRACT(KavoBRCalc, {STATUS_OK, "w"}, {WARN_SLOPE_VERTICAL, "wiw"}, {WARN_SLOPE_LEVEL, "iww"},
          {ERR_NO_BASE, "u"}, {ERR_POINT_INVALID, "u"}, {ERR_NO_DIRECTION, "u"});
-CONTRACT(KavoCalc2PtTarget, {STATUS_OK, "w www3"}, {ERR_REFUSED, "u u"}, {ERR_NO_DIRECTION, "u u"},
-         {ERR_POINT_INVALID, "u u"});
+CONTRACT(KavoCalc2PtTarget, {STATUS_OK, "w www3"}, {STATUS_OK, "w www3="},
+         {ERR_REFUSED, "u u"}, {ERR_NO_DIRECTION, "u u"}, {ERR_POINT_INVALID, "u u"});
 CONTRACT(KavoCalcOfsCorner3Pt, {STATUS_OK, "w www3"}, {ERR_NO_DIRECTION, "u u"},
          {ERR_POINT_INVALID, "u u"});
 CONTRACT(KavoCalcOfsCorner4Pt, {STATUS_OK, "w www3"}, {ERR_INDETERMINATE, "u ii01"},
@@ -114,5 +115,13 @@ CONTRACT(KavoSTNKnownLine, {STATUS_OK, "nnwfoppw w"}, {ERR_NO_DIRECTION, "u u"},
 // clang-format on
 
 #undef CONTRACT
+
+/// True of an export that reads what an output holds before the call.
+template <auto Export>
+inline constexpr bool kReadsOutput = false;
+template <>
+inline constexpr bool kReadsOutput<KavoCalcOfsCircle> = true;
+template <>
+inline constexpr bool kReadsOutput<KavoSTN2PtResect> = true;
 
 }  // namespace kavo_fuzz

@@ -123,19 +123,32 @@ class Draw {
     auto record = Untouched<T>();
     VisitFields(record, [this](std::string_view name, auto value) {
       using Field = decltype(value);
-      if constexpr (Record<Field>) {
-        return Rec<Field>();
-      } else if constexpr (std::is_same_v<Field, double>) {
-        return Metres();
-      } else if constexpr (std::is_same_v<Field, IntAngle>) {
-        return name == kReserved ? value : Angle();
+      if (name == kReserved) {
+        return value;
+      }
+      if constexpr (std::is_same_v<Field, std::uint16_t>) {
+        return Word(name);
       } else {
-        return name == kReserved ? value : static_cast<Field>(Word(name));
+        return Any<Field>();
       }
     });
     return record;
   }
   CoordPt Point() { return Rec<CoordPt>(); }
+
+  /// An argument of any kind; only single records and numbers are drawn.
+  template <class T>
+  T Any() {
+    if constexpr (Record<T>) {
+      return Rec<T>();
+    } else if constexpr (std::is_same_v<T, double>) {
+      return Metres();
+    } else if constexpr (std::is_same_v<T, IntAngle>) {
+      return Angle();
+    } else {
+      return T{};
+    }
+  }
 
  private:
   void SetHost() {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "contracts.hpp"
+#include "draw.hpp"
 #include "fail.hpp"
 #include "slots.hpp"
 
@@ -27,63 +28,52 @@ inline bool Near(double want, double got, double tolerance) {
   return std::fabs(want - got) <= tolerance;
 }
 
-template <class Function>
-class JudgeOf;
+template <auto Export, class Function>
+class Judged;
 
-template <class Returned, class... Parameters>
-class JudgeOf<Returned (*)(Parameters...)> {
+/// Two calls of an export with the same arguments.
+template <auto Export, class Returned, class... Parameters>
+class Judged<Export, Returned (*)(Parameters...)> {
  public:
-  using Function = Returned (*)(Parameters...);
-
   template <class... Arguments>
-  explicit JudgeOf(const Contract& contract, Arguments&&... arguments)
-      : contract_(contract),
-        one_(Slot<Parameters>(arguments, std::byte{0xA5})...),
-        two_(Slot<Parameters>(arguments, std::byte{0x5A})...) {}
+  explicit Judged(Arguments&... arguments)
+      : one_(Slot<Parameters>(arguments, std::byte{0xA5}, kReadsOutput<Export>)...),
+        two_(Slot<Parameters>(arguments, std::byte{0x5A}, kReadsOutput<Export>)...) {}
 
-  /// Makes both calls and judges them. `copiesReserved` says that a reserved field may be written.
-  Returned Call(Function function, bool copiesReserved) {
+  /// Makes the calls, judges them and gives what they return.
+  auto Call() {
     if constexpr (std::is_void_v<Returned>) {
-      std::apply([&](auto&... slot) { function(slot.Pass()...); }, one_);
-      std::apply([&](auto&... slot) { function(slot.Pass()...); }, two_);
-      Judge(kNoStatus, copiesReserved);
+      std::apply([](auto&... slot) { Export(slot.Pass()...); }, one_);
+      std::apply([](auto&... slot) { Export(slot.Pass()...); }, two_);
+      Judge(kNoStatus);
+      return kNoStatus;
     } else {
-      const auto result = std::apply([&](auto&... slot) { return function(slot.Pass()...); }, one_);
-      const auto again = std::apply([&](auto&... slot) { return function(slot.Pass()...); }, two_);
-      result_ = "  returned " + Text(result) + '\n';
+      const auto result = std::apply([](auto&... slot) { return Export(slot.Pass()...); }, one_);
+      const auto again = std::apply([](auto&... slot) { return Export(slot.Pass()...); }, two_);
       Require(SameBytes(result, again), "a second call returns something else");
-      Judge(std::is_same_v<Returned, double> ? kNoStatus : static_cast<std::int32_t>(result),
-            copiesReserved);
+      result_ = "  returned " + Text(result) + '\n';
+      Judge(std::is_same_v<Returned, double> ? kNoStatus : static_cast<std::int32_t>(result));
       return result;
     }
   }
 
   /// Hands the outputs to the caller's arguments.
   template <class... Arguments>
-  void Give(Arguments&&... arguments) const {
-    std::apply(
-        [&](const auto&... slot) {
-          (
-              [&] {
-                if constexpr (kIsOutput<Parameters>) {
-                  slot.Give(arguments);
-                }
-              }(),
-              ...);
-        },
-        one_);
+  void Give(Arguments&... arguments) const {
+    std::apply([&](const auto&... slot) { (GiveOne<Parameters>(slot, arguments), ...); }, one_);
   }
 
  private:
-  void Judge(std::int32_t status, bool copiesReserved) const {
+  void Judge(std::int32_t status) const {
     Require(std::apply([](auto&... slot) { return (slot.IsSound() && ...); }, one_),
             "an input was changed, or something beside an output");
     bool isListed = false;
-    for (const Outcome& outcome : contract_.outcomes) {
-      isListed = isListed || (outcome.outputs != nullptr && outcome.status == status);
-      if (outcome.outputs != nullptr && outcome.status == status &&
-          Fit(outcome.outputs, copiesReserved)) {
-        return;
+    for (const Outcome& outcome : kContract<Export>.outcomes) {
+      if (outcome.outputs != nullptr && outcome.status == status) {
+        isListed = true;
+        if (Fit(outcome.outputs, std::index_sequence_for<Parameters...>())) {
+          return;
+        }
       }
     }
     Require(isListed, "the status is not in the contract");
@@ -91,33 +81,34 @@ class JudgeOf<Returned (*)(Parameters...)> {
   }
 
   // Whether each output fits its word.
-  [[nodiscard]] bool Fit(std::string_view words, bool copiesReserved) const {
-    return [&]<std::size_t... i>(std::index_sequence<i...>) {
-      return (FitOne<i>(words, copiesReserved) && ...);
-    }
-    (std::index_sequence_for<Parameters...>());
+  template <std::size_t... i>
+  bool Fit(std::string_view words, std::index_sequence<i...> /*all*/) const {
+    return (FitOne<Parameters>(std::get<i>(one_), std::get<i>(two_), words) && ...);
   }
-  template <std::size_t i>
-  bool FitOne(std::string_view& words, bool copiesReserved) const {
-    if constexpr (kIsOutput<std::tuple_element_t<i, std::tuple<Parameters...>>>) {
-      const auto end = std::min(words.find(' '), words.size());
-      const auto word = words.substr(0, end);
-      words.remove_prefix(std::min(end + 1, words.size()));
-      return Slot<std::tuple_element_t<i, std::tuple<Parameters...>>>::Fit(
-          std::get<i>(one_), std::get<i>(two_), word, copiesReserved);
+  template <class Parameter>
+  static bool FitOne(const auto& one, const auto& two, std::string_view& words) {
+    if constexpr (kIsOutput<Parameter>) {
+      const auto word = words.substr(0, words.find(' '));
+      words.remove_prefix(std::min(word.size() + 1, words.size()));
+      return Slot<Parameter>::Fit(one, two, word);
     }
     return true;
+  }
+  template <class Parameter>
+  static void GiveOne(const auto& slot, auto& argument) {
+    if constexpr (kIsOutput<Parameter>) {
+      slot.Give(argument);
+    }
   }
 
   void Require(bool holds, std::string_view rule) const {
     if (!holds) {
       const auto show = [](const auto&... slot) { return (std::string() + ... + slot.Show()); };
-      Fail(contract_.name, rule,
+      Fail(kContract<Export>.name, rule,
            result_ + std::apply(show, one_) + "again:\n" + std::apply(show, two_));
     }
   }
 
-  const Contract& contract_;
   std::tuple<Slot<Parameters>...> one_;
   std::tuple<Slot<Parameters>...> two_;
   std::string result_;
@@ -125,18 +116,48 @@ class JudgeOf<Returned (*)(Parameters...)> {
 
 /// Calls an export and judges the call. The arguments are those of the export, records in place of
 /// the pointers to them; a vector stands for an array, and an empty one for null.
-template <auto Export, bool kCopiesReserved = false, class... Arguments>
+template <auto Export, class... Arguments>
 auto Ask(Arguments&&... arguments) {
   static_assert(kContract<Export>.name != nullptr, "every export has a contract");
-  JudgeOf<decltype(Export)> judge(kContract<Export>, arguments...);
-  if constexpr (std::is_void_v<decltype(judge.Call(Export, kCopiesReserved))>) {
-    judge.Call(Export, kCopiesReserved);
-    judge.Give(arguments...);
+  Judged<Export, decltype(Export)> judged(arguments...);
+  const auto result = judged.Call();
+  judged.Give(arguments...);
+  return result;
+}
+
+/// An argument by value: what is drawn for an input, what an output leaves.
+template <class Parameter, std::size_t kRecords>
+using Held = std::conditional_t<kIsOutput<Parameter> && kRecords != 1,
+                                std::array<std::remove_pointer_t<Parameter>, kRecords>,
+                                std::remove_const_t<std::remove_pointer_t<Parameter>>>;
+
+template <auto Export, class Parameter, std::size_t kRecords>
+Held<Parameter, kRecords> DrawOne(Draw& draw) {
+  if constexpr (kIsOutput<Parameter> && !kReadsOutput<Export>) {
+    return {};
   } else {
-    const auto result = judge.Call(Export, kCopiesReserved);
-    judge.Give(arguments...);
-    return result;
+    return draw.Any<Held<Parameter, kRecords>>();
   }
+}
+
+template <auto Export, std::size_t kRecords, class Returned, class... Parameters>
+auto TryAs(Draw& draw, Returned (* /*function*/)(Parameters...)) {
+  std::tuple<Held<Parameters, kRecords>...> values{DrawOne<Export, Parameters, kRecords>(draw)...};
+  const auto result = std::apply([](auto&... value) { return Ask<Export>(value...); }, values);
+  return std::tuple_cat(std::tuple(result), values);
+}
+
+/// Draws all arguments of an export and asks it. Gives the result and the arguments, in their
+/// order; outputs are arrays where they have several records.
+template <auto Export, std::size_t kRecords = 1>
+auto Try(Draw& draw) {
+  return TryAs<Export, kRecords>(draw, Export);
+}
+
+/// The same where nothing but the contract is held.
+template <auto Export>
+void Just(Draw& draw) {
+  Try<Export>(draw);
 }
 
 }  // namespace kavo_fuzz

@@ -68,26 +68,6 @@ void Solve(Draw& draw) {
        "solves the system", a, b, RowsOf(*x, count, 2));
 }
 
-void Invert(Draw& draw) {
-  const auto n = static_cast<std::size_t>(1 + draw.Below(5));
-  const Rows a = DrawRows(draw, n, n);
-  const Index count = CountOf(a);
-  const Owner lu{MatrixOf(a)};
-  const Owner inverse{MatAlloc(1, count, 1, count)};
-  const Owner identity{MatAlloc(1, count, 1, count)};
-  MatIdentity(*identity, count);
-  const int before = Heap().requests;
-  const int refuse = draw.Byte() % 16;
-  Heap().refuse = refuse == 0 ? 0 : before + refuse;
-  const auto code = MatInverse(*lu, *inverse, count);
-  HoldHeap("MatInverse", code, before);
-  Heap().refuse = 0;
-  Hold(code == kEngineOk ||
-           (Text(a) == Text(RowsOf(*lu, count, count)) &&
-            Text(RowsOf(*identity, count, count)) == Text(RowsOf(*inverse, count, count))),
-       "MatInverse", "gives the identity on a failure", a, RowsOf(*inverse, count, count));
-}
-
 // The weights as a band and as a matrix have the same elements, and the same products to the bit.
 void MultiplyBand(Draw& draw) {
   const auto n = static_cast<std::size_t>(1 + draw.Below(6));
@@ -189,7 +169,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kavo_fuzz;
   Draw draw(data, size);
   ReclaimHeap();
-  Run(draw, {Solve, Invert, MultiplyBand, Weigh, Adjust});
+  Run(draw, {Solve, MultiplyBand, Weigh, Adjust});
   Hold(ReclaimHeap() == 0, "heap", "gets everything back");
   return 0;
 }

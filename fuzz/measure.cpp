@@ -26,8 +26,8 @@ void RemoveBases() {
 }
 
 void SetRemote(Draw& draw) {
-  const auto base = draw.Rec<AngDistRec>();
-  bases.remote = Ask<KavoREMSetBase>(base) == STATUS_OK;
+  const auto [set, base] = Try<KavoREMSetBase>(draw);
+  bases.remote = set == STATUS_OK;
   if (bases.remote && draw.IsCalm()) {
     CoordPt out;
     const auto status = Ask<KavoREMCalc>(base.azimuth, base.zenith, out);
@@ -37,10 +37,7 @@ void SetRemote(Draw& draw) {
 }
 
 void Remote(Draw& draw) {
-  const IntAngle ha = draw.Angle();
-  const IntAngle zenith = draw.Angle();
-  CoordPt out;
-  const auto status = Ask<KavoREMCalc>(ha, zenith, out);
+  const auto [status, ha, zenith, out] = Try<KavoREMCalc>(draw);
   Hold(bases.remote == (status != ERR_NO_BASE), "KavoREMCalc", "knows whether there is a base",
        status);
   if (draw.IsCalm() && zenith > 0 && zenith < ANGLE_HALF_CIRCLE) {
@@ -52,14 +49,11 @@ void Remote(Draw& draw) {
 }
 
 void RemoteDistance(Draw& draw) {
-  const CoordPt first = draw.Point();
-  const CoordPt second = draw.Point();
-  RdmResult there;
-  RdmResult back;
-  const auto status = Ask<KavoRDMCalcByCoord>(first, second, there);
+  const auto [status, first, second, there] = Try<KavoRDMCalcByCoord>(draw);
   if (!draw.IsCalm() || status != STATUS_OK) {
     return;
   }
+  RdmResult back;
   Ask<KavoRDMCalcByCoord>(second, first, back);
   Hold(there.slopeDist == back.slopeDist && there.horizDist == back.horizDist &&
            there.dElev == -back.dElev &&
@@ -73,11 +67,7 @@ void RemoteDistance(Draw& draw) {
 }
 
 void SetSlope(Draw& draw) {
-  const double elev1 = draw.Metres();
-  const double offset1 = draw.Metres();
-  const double elev2 = draw.Metres();
-  const double offset2 = draw.Metres();
-  const auto status = Ask<KavoBRSetSlope>(elev1, offset1, elev2, offset2);
+  const auto [status, elev1, offset1, elev2, offset2] = Try<KavoBRSetSlope>(draw);
   bases.slope = status != ERR_REFUSED;
   if (bases.slope && draw.IsCalm() && offset1 != 0.0) {
     SlopeStakeResult out;
@@ -90,10 +80,7 @@ void SetSlope(Draw& draw) {
 }
 
 void Stake(Draw& draw) {
-  const CoordPt reference = draw.Point();
-  const CoordPt point = draw.Point();
-  SlopeStakeResult out;
-  const auto status = Ask<KavoBRCalc>(reference, point, out);
+  const auto [status, reference, point, out] = Try<KavoBRCalc>(draw);
   Hold(bases.slope == (status != ERR_NO_BASE), "KavoBRCalc", "knows whether there is a slope",
        status);
   Hold(!draw.IsCalm() || status == ERR_NO_BASE || status == ERR_NO_DIRECTION ||
@@ -106,16 +93,8 @@ double DistanceInSpace(const CoordPt& a, const CoordPt& b) {
 }
 
 void Target(Draw& draw) {
-  const CoordPt first = draw.Point();
-  const CoordPt second = draw.Point();
-  const double nominal = draw.Metres();
-  const double target = draw.Metres();
-  double separation = 0.0;
-  CoordPt out;
-  // For no distance the whole record is a copy.
-  const auto status =
-      target == 0.0 ? Ask<KavoCalc2PtTarget, true>(first, second, nominal, target, separation, out)
-                    : Ask<KavoCalc2PtTarget>(first, second, nominal, target, separation, out);
+  const auto [status, first, second, nominal, target, separation, out] =
+      Try<KavoCalc2PtTarget>(draw);
   if (draw.IsCalm() && status == STATUS_OK) {
     const double apart = DistanceInSpace(first, second);
     const double beyond = nominal == 0.0 ? target : target * apart / nominal;
@@ -141,13 +120,8 @@ void HoldReported(std::string_view who, const AngleDistObs& obs, const CoordPt& 
 CoordPt Asked() { return Pt(Host().askedNorth, Host().askedEast, Host().askedElev, kFull); }
 
 void Corner3(Draw& draw) {
-  const CoordPt a = draw.Point();
-  const CoordPt b = draw.Point();
-  const CoordPt p = draw.Point();
-  const double hookValue = draw.Metres();
-  AngleDistObs obs;
-  CoordPt point;
-  if (Ask<KavoCalcOfsCorner3Pt>(a, b, p, draw.Metres(), obs, point, hookValue) != STATUS_OK) {
+  const auto [status, a, b, p, unused, obs, point, hookValue] = Try<KavoCalcOfsCorner3Pt>(draw);
+  if (status != STATUS_OK) {
     return;
   }
   HoldReported("KavoCalcOfsCorner3Pt", obs, point, hookValue);
@@ -158,15 +132,8 @@ void Corner3(Draw& draw) {
 }
 
 void Corner4(Draw& draw) {
-  const CoordPt a1 = draw.Point();
-  const CoordPt b1 = draw.Point();
-  const CoordPt a2 = draw.Point();
-  const CoordPt b2 = draw.Point();
-  const double hookValue = draw.Metres();
-  AngleDistObs obs;
-  CoordPt point;
-  const auto status =
-      Ask<KavoCalcOfsCorner4Pt>(a1, b1, a2, b2, draw.Metres(), obs, point, hookValue);
+  const auto [status, a1, b1, a2, b2, unused, obs, point, hookValue] =
+      Try<KavoCalcOfsCorner4Pt>(draw);
   if (status != STATUS_OK) {
     return;
   }
@@ -180,16 +147,8 @@ void Corner4(Draw& draw) {
 }
 
 void InclinedLine(Draw& draw) {
-  const CoordPt a = draw.Point();
-  const CoordPt b = draw.Point();
-  const IntAngle ha = draw.Angle();
-  const IntAngle va = draw.Angle();
-  const CoordPt station = draw.Point();
-  const double height = draw.Metres();
-  const double hookValue = draw.Metres();
-  AngleDistObs obs;
-  CoordPt point;
-  const auto status = Ask<KavoCalcOfsLineHA>(a, b, ha, va, station, height, obs, point, hookValue);
+  const auto [status, a, b, ha, va, station, height, obs, point, hookValue] =
+      Try<KavoCalcOfsLineHA>(draw);
   if (status != STATUS_OK && status != ERR_REFUSED) {
     return;
   }
@@ -212,25 +171,13 @@ void InclinedLine(Draw& draw) {
 }
 
 void RoundObject(Draw& draw) {
-  const auto surface = draw.Rec<AngleDistObs>();
-  const double hookValue = draw.Metres();
-  const IntAngle ha2 = draw.Angle();
-  const IntAngle va2 = draw.Angle();
-  const IntAngle ha3 = draw.Angle();
-  const IntAngle va3 = draw.Angle();
-  const CoordPt station = draw.Point();
-  AngleDistObs obs;
-  CoordPt point = draw.Point();
-  const double elev = point.elev;
-  double radius = 0.0;
-  const auto status = Ask<KavoCalcOfsCircle>(surface, hookValue, ha2, va2, ha3, va3, station,
-                                             draw.Metres(), obs, InOut{point}, radius);
+  const auto [status, surface, hookValue, ha2, va2, ha3, va3, station, unused, obs, point, radius] =
+      Try<KavoCalcOfsCircle>(draw);
   if (status != STATUS_OK) {
     return;
   }
   HoldReported("KavoCalcOfsCircle", obs, point, hookValue);
   const CoordPt centre = Asked();
-  Hold(SameBytes(elev, centre.elev), "KavoCalcOfsCircle", "hands the elevation on", centre);
   // Edges well apart; a direction and its opposite are one line.
   if (draw.IsCalmAndShipped() && CrossWell(ha2, ha3, 10 * kDegree)) {
     const double reach = 1e-9 * (1e3 + std::fabs(surface.dist)) + 1e-9 * std::fabs(radius);

@@ -15,13 +15,13 @@ struct Line {
   bool isSet;
   CoordPt start, end;
 };
+Line line;
+Line wall;  // the two points of the plane
 struct Plane {
   bool isSet;
-  CoordPt p1, p2, p3;
+  CoordPt origin;
 };
-Line line;
-Plane wall;   // by two points
-Plane plane;  // by three
+Plane plane;
 
 // Every input begins without line and planes, and with one arc: it cannot be taken away.
 void RemoveBases() {
@@ -34,15 +34,12 @@ void RemoveBases() {
 }
 
 void SetLine(Draw& draw) {
-  const CoordPt start = draw.Point();
-  const CoordPt end = draw.Point();
-  line = {Ask<KavoREFSetBaseLine>(start, end) == STATUS_OK, start, end};
+  const auto [status, start, end] = Try<KavoREFSetBaseLine>(draw);
+  line = {status == STATUS_OK, start, end};
 }
 
 void MeasureLine(Draw& draw) {
-  const CoordPt point = draw.Point();
-  RefLineResult out;
-  const auto status = Ask<KavoREFCalc>(point, out);
+  const auto [status, point, out] = Try<KavoREFCalc>(draw);
   Hold(line.isSet == (status != ERR_NO_BASE), "KavoREFCalc", "knows whether there is a line",
        status);
   if (!draw.IsCalm() || status != STATUS_OK || Distance(line.start, line.end) < kLeastSize) {
@@ -58,29 +55,9 @@ void MeasureLine(Draw& draw) {
        out, back);
 }
 
-void MeasureArc(Draw& draw) {
-  RefLineResult out;
-  Ask<KavoREFCalcArc>(draw.Point(), out);
-}
-
-void ReadArc(Draw& /*draw*/) {
-  RefArcParams params;
-  Ask<KavoREFGetArcParams>(params);
-}
-
-void SetArcByCoord(Draw& draw) {
-  const CoordPt start = draw.Point();
-  const CoordPt end = draw.Point();
-  const IntAngle startTangent = draw.Angle();
-  Ask<KavoREFSetArcByCoord>(start, end, startTangent, draw.Angle());
-}
-
 void SetArcByTangents(Draw& draw) {
-  const CoordPt start = draw.Point();
-  const IntAngle startTangent = draw.Angle();
-  const double radius = draw.Metres();
-  const IntAngle endTangent = draw.Angle();
-  const auto status = Ask<KavoREFSetArcByRadiusHAngle>(start, startTangent, radius, endTangent);
+  const auto [status, start, startTangent, radius, endTangent] =
+      Try<KavoREFSetArcByRadiusHAngle>(draw);
   if (!draw.IsCalm() || status != STATUS_OK) {
     return;
   }
@@ -94,13 +71,6 @@ void SetArcByTangents(Draw& draw) {
            byTangents.centralAngle == byLength.centralAngle && length == byLength.arcLength,
        "KavoREFSetArcByRadiusArcLen", "lays the same arc by its length", start, byTangents,
        byLength);
-}
-
-void SetArcByLength(Draw& draw) {
-  const CoordPt start = draw.Point();
-  const IntAngle startTangent = draw.Angle();
-  const double radius = draw.Metres();
-  Ask<KavoREFSetArcByRadiusArcLen>(start, startTangent, radius, draw.Metres());
 }
 
 // A point laid out by the curve's own equation: the azimuth grows by 1 / R per metre, and the place
@@ -140,10 +110,8 @@ void FindOnArc(Draw& draw) {
 }
 
 void SetWall(Draw& draw) {
-  const CoordPt p1 = draw.Point();
-  const CoordPt p2 = draw.Point();
-  const auto status = Ask<KavoREFSet2PtBasePlane>(p1, p2);
-  wall = {status == STATUS_OK || status == WARN_NO_ELEVATION, p1, p2, {}};
+  const auto [status, p1, p2] = Try<KavoREFSet2PtBasePlane>(draw);
+  wall = {status == STATUS_OK || status == WARN_NO_ELEVATION, p1, p2};
 }
 
 // How far a point lies off the sight from an instrument, which is a line without ends; metres.
@@ -165,25 +133,20 @@ constexpr double kFarthest = 1e4;
 constexpr double kSightReach = 1e-4;
 
 void PierceWall(Draw& draw) {
-  const IntAngle ha = draw.Angle();
-  const IntAngle va = draw.Angle();
-  const CoordPt station = draw.Point();
-  const double height = draw.Metres();
-  CoordPt out;
-  double along = 0.0;
-  double above = 0.0;
-  const auto status = Ask<KavoREFCalc2PtPlane>(ha, va, station, height, out, along, above);
+  const auto [status, ha, va, station, height, out, along, above] = Try<KavoREFCalc2PtPlane>(draw);
   Hold(wall.isSet == (status != ERR_NO_BASE), "KavoREFCalc2PtPlane",
        "knows whether there is a plane", status);
   if (!draw.IsCalmAndShipped() || along == VALUE_INVALID ||
-      Distance(wall.p1, wall.p2) < kLeastSize || std::fabs(above) + std::fabs(along) > kFarthest) {
+      Distance(wall.start, wall.end) < kLeastSize ||
+      std::fabs(above) + std::fabs(along) > kFarthest) {
     return;
   }
   const CoordPt axis = Pt(station.north, station.east, station.elev + height);
-  Hold(Near(0, Offset(wall.p1, wall.p2, out), 1e-8) &&
-           Near(along, Along(wall.p1, wall.p2, out), 1e-8) &&
-           Near(above, out.elev - wall.p1.elev, 1e-8) && OffSight(axis, ha, va, out) < kSightReach,
-       "KavoREFCalc2PtPlane", "lies on the plane and on the sight", wall.p1, wall.p2, ha, va,
+  Hold(Near(0, Offset(wall.start, wall.end, out), 1e-8) &&
+           Near(along, Along(wall.start, wall.end, out), 1e-8) &&
+           Near(above, out.elev - wall.start.elev, 1e-8) &&
+           OffSight(axis, ha, va, out) < kSightReach,
+       "KavoREFCalc2PtPlane", "lies on the plane and on the sight", wall.start, wall.end, ha, va,
        station, height, out, along, above);
 }
 
@@ -195,52 +158,22 @@ void SetPlane(Draw& draw) {
     p3.push_back(draw.Point());
   }
   const auto status = Ask<KavoREFSet3PtBasePlane>(p1, p2, p3);
-  const CoordPt above = Pt(p2.north, p2.east, p2.elev + 1.0, kFull);
-  plane = {status == STATUS_OK, p1, p2, p3.empty() ? above : p3.front()};
-}
-
-// The cross product of two sides of the triangle that makes the plane, times the way to a point.
-double Volume(const CoordPt& point) {
-  const auto minus = [](const CoordPt& a, const CoordPt& b) {
-    return Pt(a.north - b.north, a.east - b.east, a.elev - b.elev);
-  };
-  const CoordPt v = minus(plane.p2, plane.p1);
-  const CoordPt w = minus(plane.p3, plane.p1);
-  const CoordPt to = minus(point, plane.p1);
-  return (v.east * w.elev - v.elev * w.east) * to.north +
-         (v.elev * w.north - v.north * w.elev) * to.east +
-         (v.north * w.east - v.east * w.north) * to.elev;
-}
-
-double DoubleArea() {
-  const CoordPt& p = plane.p1;
-  const double north = Volume(Pt(p.north + 1, p.east, p.elev));
-  const double east = Volume(Pt(p.north, p.east + 1, p.elev));
-  return std::hypot(north, east, Volume(Pt(p.north, p.east, p.elev + 1)));
+  plane = {status == STATUS_OK, p1};
 }
 
 void PiercePlane(Draw& draw) {
-  const IntAngle ha = draw.Angle();
-  const IntAngle va = draw.Angle();
-  const CoordPt station = draw.Point();
-  const double height = draw.Metres();
-  CoordPt out;
-  double along = 0.0;
-  double across = 0.0;
-  const auto status = Ask<KavoREFCalc3PtPlane>(ha, va, station, height, out, along, across);
+  const auto [status, ha, va, station, height, out, along, across] = Try<KavoREFCalc3PtPlane>(draw);
   Hold(plane.isSet == (status != ERR_NO_BASE), "KavoREFCalc3PtPlane",
        "knows whether there is a plane", status);
-  if (!draw.IsCalmAndShipped() || along == VALUE_INVALID || std::hypot(along, across) > kFarthest ||
-      DoubleArea() < kLeastSize) {
+  if (!draw.IsCalmAndShipped() || along == VALUE_INVALID || std::hypot(along, across) > kFarthest) {
     return;
   }
   const CoordPt axis = Pt(station.north, station.east, station.elev + height);
-  const double apart =
-      std::hypot(out.north - plane.p1.north, out.east - plane.p1.east, out.elev - plane.p1.elev);
-  Hold(Near(0, Volume(out) / DoubleArea(), 1e-3) && Near(apart, std::hypot(along, across), 1e-3) &&
-           OffSight(axis, ha, va, out) < kSightReach,
-       "KavoREFCalc3PtPlane", "lies on the plane and on the sight", plane.p1, plane.p2, plane.p3,
-       ha, va, station, height, out, along, across);
+  const double apart = std::hypot(out.north - plane.origin.north, out.east - plane.origin.east,
+                                  out.elev - plane.origin.elev);
+  Hold(Near(apart, std::hypot(along, across), 1e-3) && OffSight(axis, ha, va, out) < kSightReach,
+       "KavoREFCalc3PtPlane", "lies on the plane and on the sight", plane.origin, ha, va, station,
+       height, out, along, across);
 }
 
 }  // namespace
@@ -250,7 +183,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kavo_fuzz;
   Draw draw(data, size);
   RemoveBases();
-  Run(draw, {SetLine, MeasureLine, MeasureArc, ReadArc, SetArcByCoord, SetArcByTangents,
-             SetArcByLength, FindOnArc, SetWall, PierceWall, SetPlane, PiercePlane});
+  Run(draw, {SetLine, MeasureLine, Just<KavoREFSetArcByCoord>, SetArcByTangents,
+             Just<KavoREFSetArcByRadiusArcLen>, Just<KavoREFGetArcParams>, Just<KavoREFCalcArc>,
+             FindOnArc, SetWall, PierceWall, SetPlane, PiercePlane});
   return 0;
 }

@@ -17,14 +17,6 @@ namespace kavo_fuzz {
 
 using namespace kavo_test;
 
-/// An output that the call also reads.
-template <class T>
-struct InOut {
-  T& record;
-};
-template <class T>
-InOut(T&) -> InOut<T>;
-
 /// A field by its bits.
 struct Cell {
   bool isReserved;
@@ -101,7 +93,9 @@ struct TwoCalls {
   const T& after2;
 
   /// True when the calls left the record as the letters say, one for each field or one for all.
-  [[nodiscard]] bool Fit(std::string_view letters, bool copiesReserved) const {
+  [[nodiscard]] bool Fit(std::string_view letters) const {
+    const bool copiesReserved = letters.ends_with('=');
+    letters.remove_suffix(copiesReserved ? 1 : 0);
     const Cells start1(before1), end1(after1), start2(before2), end2(after2);
     std::size_t next = 0;
     for (std::size_t i = 0; i < end1.count; ++i) {
@@ -146,11 +140,16 @@ std::string ShowAll(const std::vector<T>& values) {
   return text.empty() ? "  none\n" : text;
 }
 
-/// A parameter as one call hands it over: a number. `filling` is what outputs hold before the call.
+template <class Parameter>
+inline constexpr bool kIsOutput =
+    std::is_pointer_v<Parameter> && !std::is_const_v<std::remove_pointer_t<Parameter>>;
+
+/// A parameter as one call hands it over: a number. What is written holds `filling` before, but
+/// where the call reads it.
 template <class Parameter>
 class Slot {
  public:
-  Slot(Parameter value, std::byte /*filling*/) : value_(value) {}
+  Slot(Parameter value, std::byte /*filling*/, bool /*reads*/) : value_(value) {}
   Parameter Pass() { return value_; }
   [[nodiscard]] bool IsSound() const { return true; }
   [[nodiscard]] std::string Show() const { return "  " + Text(value_) + '\n'; }
@@ -159,14 +158,15 @@ class Slot {
   Parameter value_;
 };
 
-/// Records that are read; none is null. What is reserved in them differs between two calls.
+/// Records that are read, or none for null. What is reserved in them is unlike what outputs hold.
 template <class T>
 class Slot<const T*> {
  public:
-  Slot(const T& record, std::byte filling) : Slot(std::vector{record}, filling) {}
-  Slot(const std::vector<T>& records, std::byte filling) : given_(records) {
+  Slot(const T& record, std::byte filling, bool reads)
+      : Slot(std::vector{record}, filling, reads) {}
+  Slot(const std::vector<T>& records, std::byte filling, bool /*reads*/) : given_(records) {
     for (T& record : given_) {
-      RefillReserved(record, filling);
+      RefillReserved(record, ~filling);
     }
     handed_ = given_;
   }
@@ -183,15 +183,19 @@ class Slot<const T*> {
 template <class T>
 class Slot<T*> {
  public:
-  Slot(T& /*out*/, std::byte filling) : Slot(std::size_t{1}, filling) {}
-  template <std::size_t Count>
-  Slot(T (&/*out*/)[Count], std::byte filling) : Slot(Count, filling) {}
-  Slot(std::vector<T>& out, std::byte filling) : Slot(out.size(), filling) {}
-  Slot(InOut<T> given, std::byte filling) : Slot(std::size_t{1}, filling) {
-    before_[1] = given.record;
-    RefillReserved(before_[1], filling);
-    after_ = before_;
+  Slot(T& out, std::byte filling, bool reads) : Slot(std::size_t{1}, filling) {
+    if constexpr (Record<T>) {
+      if (reads) {
+        before_[1] = out;
+        RefillReserved(before_[1], filling);
+        after_ = before_;
+      }
+    }
   }
+  template <std::size_t Count>
+  Slot(std::array<T, Count>& /*out*/, std::byte filling, bool /*reads*/) : Slot(Count, filling) {}
+  Slot(std::vector<T>& out, std::byte filling, bool /*reads*/) : Slot(out.size(), filling) {}
+
   T* Pass() { return after_.data() + 1; }
   [[nodiscard]] bool IsSound() const {
     return SameBytes(after_.front(), before_.front()) && SameBytes(after_.back(), before_.back());
@@ -199,10 +203,10 @@ class Slot<T*> {
   [[nodiscard]] std::string Show() const {
     return ShowAll(std::vector<T>(after_.begin() + 1, after_.end() - 1));
   }
-  static bool Fit(const Slot& one, const Slot& two, std::string_view letters, bool copiesReserved) {
+  static bool Fit(const Slot& one, const Slot& two, std::string_view letters) {
     for (std::size_t i = 1; i + 1 < one.after_.size(); ++i) {
       const TwoCalls<T> calls{one.before_[i], one.after_[i], two.before_[i], two.after_[i]};
-      if (!calls.Fit(letters, copiesReserved)) {
+      if (!calls.Fit(letters)) {
         return false;
       }
     }
@@ -210,12 +214,8 @@ class Slot<T*> {
   }
 
   void Give(T& out) const { out = after_[1]; }
-  void Give(InOut<T> out) const { out.record = after_[1]; }
-  void Give(std::vector<T>& out) const { out.assign(after_.begin() + 1, after_.end() - 1); }
-  template <std::size_t Count>
-  void Give(T (&out)[Count]) const {
-    std::copy_n(after_.begin() + 1, Count, out);
-  }
+  /// To a vector or an array.
+  void Give(auto& out) const { std::copy_n(after_.begin() + 1, out.size(), out.begin()); }
 
  private:
   Slot(std::size_t count, std::byte filling) : before_(count + 2) {
@@ -225,9 +225,5 @@ class Slot<T*> {
   std::vector<T> before_;
   std::vector<T> after_;
 };
-
-template <class Parameter>
-inline constexpr bool kIsOutput =
-    std::is_pointer_v<Parameter> && !std::is_const_v<std::remove_pointer_t<Parameter>>;
 
 }  // namespace kavo_fuzz

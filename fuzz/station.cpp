@@ -11,10 +11,7 @@ namespace {
 constexpr double kRounding = 1e-8;
 
 void Benchmark(Draw& draw) {
-  const double bmElev = draw.Metres();
-  const double heightTerm = draw.Metres();
-  const double vertDiff = draw.Metres();
-  const double elev = Ask<KavoSTNSeaLevelCalcByBM>(bmElev, heightTerm, vertDiff);
+  const auto [elev, bmElev, heightTerm, vertDiff] = Try<KavoSTNSeaLevelCalcByBM>(draw);
   Hold(Text(elev) == Text(bmElev + heightTerm - vertDiff), "KavoSTNSeaLevelCalcByBM",
        "adds and subtracts in this order", bmElev, heightTerm, vertDiff, elev);
 }
@@ -28,19 +25,12 @@ void HoldOrient(const Draw& draw, std::string_view who, std::int32_t status,
 }
 
 void ThreePoints(Draw& draw) {
-  const auto obs0 = draw.Rec<StnAngleObs>();
-  const auto obs1 = draw.Rec<StnAngleObs>();
-  const auto obs2 = draw.Rec<StnAngleObs>();
-  StnSetupResult out;
-  const auto status = Ask<KavoSTN3PtResect>(obs0, obs1, obs2, out);
+  const auto [status, obs0, obs1, obs2, out] = Try<KavoSTN3PtResect>(draw);
   HoldOrient(draw, "KavoSTN3PtResect", status, out);
 }
 
 void TwoPoints(Draw& draw) {
-  const auto obsA = draw.Rec<StnDistObs>();
-  const auto obsB = draw.Rec<StnDistObs>();
-  auto out = draw.Rec<StnSetupResult>();
-  const auto status = Ask<KavoSTN2PtResect>(obsA, obsB, InOut{out});
+  const auto [status, obsA, obsB, out] = Try<KavoSTN2PtResect>(draw);
   HoldOrient(draw, "KavoSTN2PtResect", status, out);
 }
 
@@ -78,7 +68,7 @@ void LineOfPoints(Draw& draw) {
   const auto sight2 = draw.Rec<MultiResectInput>();
   const IntAngle azimuth = draw.Below(2) == 0 ? AZIMUTH_FROM_POINTS : draw.Angle();
   MultiResectResult out;
-  MultiResectResidual accuracy[2];
+  std::array<MultiResectResidual, 2> accuracy;
   const auto status = Ask<KavoSTNKnownLine>(sight1, sight2, azimuth, out, accuracy);
   memory.Allow(status, 2);
   Hold(status != STATUS_OK || (sight1.point.flags & COORD_HAS_ELEV) != 0 ||
@@ -168,7 +158,7 @@ void FindStation(Draw& draw) {
        "KavoSTN3PtResect", "finds the station of exact sights", sights[0], sights[1], sights[2],
        scene.station, out);
   out = StnSetupResult{};
-  const auto byDistances = Ask<KavoSTN2PtResect>(sights[0], sights[1], InOut{out});
+  const auto byDistances = Ask<KavoSTN2PtResect>(sights[0], sights[1], out);
   Hold(byDistances == STATUS_OK && IsStation(scene, out.station, kRounding) &&
            Near(scene.orient, out.orient, 1) && Near(0, out.distCheck, kRounding) &&
            Near(0, out.distResid1, kRounding) && Near(0, out.distResid2, kRounding) &&
@@ -237,7 +227,7 @@ void FindStationByLine(Draw& draw) {
   }
   const Memory memory;
   MultiResectResult out;
-  MultiResectResidual accuracy[2];
+  std::array<MultiResectResidual, 2> accuracy;
   const auto status = Ask<KavoSTNKnownLine>(sight1, sight2, AZIMUTH_FROM_POINTS, out, accuracy);
   // Half a unit in the line's azimuth turns the station about the first point.
   const double apart = std::hypot(p1.north - p2.north, p1.east - p2.east);
