@@ -38,7 +38,7 @@ class Judged<Export, Returned (*)(Parameters...)> {
   template <class... Arguments>
   explicit Judged(Arguments&... arguments)
       : one_(Slot<Parameters>(arguments, std::byte{0xA5}, kReadsOutput<Export>)...),
-        two_(Slot<Parameters>(arguments, std::byte{0x5A}, kReadsOutput<Export>)...) {}
+        two_(Slot<Parameters>(arguments, std::byte{0x00}, kReadsOutput<Export>)...) {}
 
   /// Makes the calls, judges them and gives what they return.
   auto Call() {
