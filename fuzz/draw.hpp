@@ -1,12 +1,13 @@
 // Values out of a fuzzer's bytes: mostly what a total station sees, sometimes what it never should.
 #pragma once
 
-#include <array>
+#include <cfloat>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <limits>
-#include <vector>
 
 #include "fake_host.hpp"
 #include "sights.hpp"
@@ -16,31 +17,23 @@ namespace kavo_fuzz {
 using namespace kavo_test;
 
 /// Numbers that formulas stumble over: the boundaries of doubles and of the library's own rules.
-inline constexpr std::array kOddMetres = {0.0,
-                                          -0.0,
-                                          std::numeric_limits<double>::quiet_NaN(),
-                                          std::numeric_limits<double>::infinity(),
-                                          -std::numeric_limits<double>::infinity(),
-                                          std::numeric_limits<double>::max(),
-                                          std::numeric_limits<double>::denorm_min(),
-                                          1e-162,
-                                          5e-7,
-                                          1e9,
-                                          1e154,
-                                          1e20,  // stands for absent in the adjustment
-                                          VALUE_INVALID};
-inline constexpr std::array<IntAngle, 12> kOddAngles = {std::numeric_limits<IntAngle>::min(),
-                                                        std::numeric_limits<IntAngle>::max(),
-                                                        -1,
-                                                        -ANGLE_HALF_CIRCLE,
-                                                        -ANGLE_FULL_CIRCLE,
-                                                        -ANGLE_FULL_CIRCLE - 1,
-                                                        ANGLE_FULL_CIRCLE,
-                                                        ANGLE_FULL_CIRCLE + 1,
-                                                        ANGLE_450_DEGREES,
-                                                        ANGLE_INVALID,
-                                                        134217728 - ANGLE_HALF_CIRCLE,
-                                                        2000000000};
+inline constexpr double kOddMetres[] = {
+    0.0,          -0.0,      std::numeric_limits<double>::quiet_NaN(),
+    HUGE_VAL,     -HUGE_VAL, DBL_MAX,
+    DBL_TRUE_MIN, 1e-162,    5e-7,
+    1e9,          1e154,     1e20 /* stands for absent */,
+    VALUE_INVALID};
+inline constexpr IntAngle kOddAngles[] = {INT32_MIN,
+                                          INT32_MAX,
+                                          -1,
+                                          -ANGLE_HALF_CIRCLE,
+                                          -ANGLE_FULL_CIRCLE,
+                                          -ANGLE_FULL_CIRCLE - 1,
+                                          ANGLE_FULL_CIRCLE,
+                                          ANGLE_FULL_CIRCLE + 1,
+                                          ANGLE_450_DEGREES,
+                                          ANGLE_INVALID,
+                                          2000000000};
 
 /// Takes values from the front of the bytes; zeros when they are used up. Three cases in four are
 /// calm: whole or millimetre coordinates within a kilometre, angles within a circle, points with
@@ -93,7 +86,7 @@ class Draw {
     if (kind < 0xD0) {
       return last_;
     }
-    return kind < 0xF0 ? kOddMetres[Byte() % kOddMetres.size()] : Raw<double>();
+    return kind < 0xF0 ? kOddMetres[Byte() % std::size(kOddMetres)] : Raw<double>();
   }
 
   IntAngle Angle() {
@@ -107,7 +100,7 @@ class Draw {
     if (isCalm_ || kind < 0xC0) {
       return static_cast<IntAngle>(Raw<std::uint32_t>() % ANGLE_FULL_CIRCLE);
     }
-    return kind < 0xF0 ? kOddAngles[Byte() % kOddAngles.size()] : Raw<IntAngle>();
+    return kind < 0xF0 ? kOddAngles[Byte() % std::size(kOddAngles)] : Raw<IntAngle>();
   }
 
   std::uint16_t Word(std::string_view name) {

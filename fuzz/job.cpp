@@ -1,5 +1,4 @@
-// Jobs: read, run and reported. A line `%%` parts the job from the list points.csv that it may
-// name.
+// Jobs: read, run and reported. A line `%%` parts a job from the list points.csv that it may name.
 #include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -14,8 +13,7 @@ namespace {
 
 using namespace kavo_app;
 
-// Every input of a step has its place, and what it takes from a step is an output of an earlier
-// one.
+// What an input takes from a step is an output of an earlier one.
 bool IsTied(const Job& job, const Input& input, std::size_t step) {
   const bool own =
       !input.from || (input.from->step < step &&
