@@ -25,7 +25,7 @@ struct Deviations {
   int libraryOutputs = 0;
   int otherBits = 0;      ///< library outputs that differ from their expectation
   int beyondFewUlps = 0;  ///< those of them that differ by more than 2 units in the last place
-  int turned = 0;         ///< those that differ because an angle was rounded the other way
+  int turned = 0;         ///< those that differ by much more: an angle was rounded the other way
   double worstUlps = 0.0;
   double worstTurn = 0.0;  ///< in units of angle, at the end of the row's largest length
   int worstUnits = 0;      ///< of angles among the outputs
@@ -70,6 +70,11 @@ class Yardstick {
   }
 
   [[nodiscard]] const Deviations& Seen() const { return seen_; }
+
+  /// At most one library output in a thousand may differ by more than 2 units in the last place.
+  [[nodiscard]] bool StraysSeldom() const {
+    return (seen_.beyondFewUlps + seen_.turned) * 1000 <= seen_.libraryOutputs;
+  }
 
  private:
   [[nodiscard]] bool IsLibraryOutput(std::string_view what) const;
