@@ -31,8 +31,7 @@ constexpr LibraryOutputs kLibraryOutputs[] = {
     {"KavoSTN2PtResect", "north east orient distCheck distResid1 distResid2"},
     {"KavoSTNMultiResect",
      "north east elev orient sdNorth sdEast elevSpread hzResid distResid elevResid"},
-    {"KavoSTNKnownLine",
-     "north east orient sdNorth sdEast elevSpread hzResid distResid elevResid",
+    {"KavoSTNKnownLine", "north east orient sdNorth sdEast elevSpread hzResid distResid elevResid",
      LibraryOutputs::kThroughAngle},
 };
 
