@@ -52,9 +52,9 @@ class Replayer {
     const Deviations& seen = yardstick_.Seen();
     std::printf(
         "%d exact outputs, %d library outputs, other bits %d, beyond 2 ulp %d, turned %d, "
-        "worst %.1f ulp, %.1f units of turn, %d units of angle\n",
+        "worst %.1f ulp, %.1f units of turn, %d units of angle, %d other refusals\n",
         seen.exactOutputs, seen.libraryOutputs, seen.otherBits, seen.beyondFewUlps, seen.turned,
-        seen.worstUlps, seen.worstTurn, seen.worstUnits);
+        seen.worstUlps, seen.worstTurn, seen.worstUnits, seen.otherRefusals);
     std::printf("%d passed, %d failed\n", passed_, failed_);
     if (!yardstick_.StraysSeldom()) {
       std::printf("too many outputs differ by more than 2 ulp\n");

@@ -29,6 +29,7 @@ struct Deviations {
   double worstUlps = 0.0;
   double worstTurn = 0.0;  ///< in units of angle, at the end of the row's largest length
   int worstUnits = 0;      ///< of angles among the outputs
+  int otherRefusals = 0;   ///< adjustments that were refused with the other code
 };
 
 /// The outputs of an export that are library ones.
@@ -40,6 +41,7 @@ struct LibraryOutputs {
     kByDirection,   ///< exact when all lines are given by two points
     kThroughAngle,  ///< an angle is rounded to a unit on the way to its numbers
   } condition = kAlways;
+  bool isAdjusted = false;  ///< which of the adjustment's two refusals it returns is not exact
 };
 
 class Yardstick {
