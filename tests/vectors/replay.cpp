@@ -103,6 +103,7 @@ class Replayer {
     }
     if (row.front() == "reference") {
       if (!kIsReferenceMachine) {
+        comment_.clear();
         return;
       }
       row.erase(row.begin());
