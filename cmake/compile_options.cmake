@@ -17,9 +17,17 @@ if(KAVO_SANITIZE)
   target_link_options(kavo_options INTERFACE -fsanitize=${KAVO_SANITIZE})
 endif()
 
+if(KAVO_COVERAGE)
+  target_link_options(kavo_options INTERFACE --coverage)
+endif()
+
 add_library(kavo_library_options INTERFACE)
 target_link_libraries(kavo_library_options INTERFACE kavo_options)
 target_compile_definitions(kavo_library_options INTERFACE KAVO_BUILDING_LIBRARY)
 target_compile_options(kavo_library_options INTERFACE -fPIC -fvisibility=hidden
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
+if(KAVO_COVERAGE)
+  # After the build type's level, and so in its place: each branch of the source stays one branch.
+  target_compile_options(kavo_library_options INTERFACE --coverage -O0)
+endif()

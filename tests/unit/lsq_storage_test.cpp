@@ -78,6 +78,15 @@ TEST(Storage, SizesDoNotWrapRound) {
   EXPECT_FALSE(MatAlloc(kLowest, kHighest, kLowest, kHighest));
 }
 
+TEST(Storage, SizesBeyondTheAddressSpaceAreNotAskedFor) {
+  const HeapGuard guard;
+  // 2^60 doubles are 2^63 bytes.
+  Heap().pretend = 1;
+  EXPECT_FALSE(MatAlloc(1, 1 << 28, kLowest, kHighest));
+  EXPECT_EQ(1, Heap().requests);
+  EXPECT_EQ(1, ReclaimHeap());  // the row handles, lost by design
+}
+
 template <class Create>
 std::string RefuseCreating(Create create) {
   return RefuseEachRequest([&] {
