@@ -68,6 +68,16 @@ TEST(Storage, VectorIsIndexedOverItsRangeAlone) {
   }
 }
 
+TEST(Storage, BandIsItsDiagonalAndItsNeighbours) {
+  const HeapGuard guard;
+  const Band band = BandAlloc(4);
+  EXPECT_EQ((5 + 4) * sizeof(double), Heap().liveBytes);
+  EXPECT_EQ(band.diagonal.Block() + 1, &band.diagonal[1]);
+  EXPECT_EQ(band.coupling.Block() + 1, &band.coupling[1]);
+  BandFree(band);
+  EXPECT_EQ((std::vector{2, 1}), Heap().released);
+}
+
 TEST(Storage, SizesDoNotWrapRound) {
   const HeapGuard guard;
   EXPECT_FALSE(MatAlloc(1, 65536, 1, 65536));
