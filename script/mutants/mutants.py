@@ -1,8 +1,9 @@
 """Single faults to be put into the library: each is one edit of one source file."""
 
 import re
+from collections import Counter
 from collections.abc import Iterator
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from pathlib import Path
 
 from source import KEYWORDS, Source, Span
@@ -48,7 +49,9 @@ NAMES = {
 }
 # Their arguments may be exchanged without anything changing.
 SYMMETRIC = {"std::hypot", "std::max", "std::min", "kavo::SamePlace", "SamePlace", "Same", "Dot"}
-SYMMETRIC |= {"kavo::WrapAdd", "WrapAdd", "std::swap"}
+SYMMETRIC |= {"kavo::WrapAdd", "WrapAdd", "std::swap", "PointDistance"}
+# The sign of what they are given is lost.
+EVEN = {"std::abs", "std::fabs", "std::hypot", "std::cos", "Square", "kavo::Square"}
 # What is returned, and either is nothing already or is exchanged as a name.
 NOTHING = re.compile(r"\{\}|0|0\.0|false|nullptr|\*this|STATUS_OK|kEngine\w+|ERR_\w+")
 DECLARATION = re.compile(r"\bconst\b|[\w>][&*]? \w|^\w+[&*]*$(?<=[&*])")
@@ -61,6 +64,7 @@ class Mutant:
     end: int
     new: str
     source: str
+    nth: int = 1  # of the edits of this file that look the same
 
     def text(self) -> str:
         return self.source[: self.start] + self.new + self.source[self.end :]
@@ -71,7 +75,8 @@ class Mutant:
         end = self.source.find("\n", self.end)
         edit = f"[{self.source[self.start : self.end]} => {self.new}]"
         line = self.source[begin : self.start] + edit + self.source[self.end : end]
-        return f"{self.path.relative_to(ROOT)}: {' '.join(line.split())}"
+        nth = f" #{self.nth}" if self.nth > 1 else ""
+        return f"{self.path.relative_to(ROOT)}: {' '.join(line.split())}{nth}"
 
     def place(self) -> str:
         return f"{self.path.relative_to(ROOT)}:{self.source.count(chr(10), 0, self.start) + 1}"
@@ -90,7 +95,12 @@ def mutants_of(path: Path) -> list[Mutant]:
         for span, new in all_edits(source)
         if source.cut(span) != new
     }
-    return [Mutant(path, start, end, new, source.text) for start, end, new in sorted(edits)]
+    mutants, seen = [], Counter()
+    for start, end, new in sorted(edits):
+        mutant = Mutant(path, start, end, new, source.text)
+        seen[mutant.name()] += 1
+        mutants.append(replace(mutant, nth=seen[mutant.name()]))
+    return mutants
 
 
 def all_edits(source: Source) -> Iterator[tuple[Span, str]]:
@@ -108,8 +118,9 @@ def all_edits(source: Source) -> Iterator[tuple[Span, str]]:
         elif token.text in OPERATORS and source.is_spaced(i):
             for new in OPERATORS[token.text]:
                 yield one, new
-            if token.text in "-/%":
-                yield swapped(source, source.operand_before(i), source.operand_after(i))
+            left, right = source.operand_before(i), source.operand_after(i)
+            if token.text in "/%" or (token.text == "-" and not is_even(source, left, right)):
+                yield swapped(source, left, right)
         elif token.text in ("-", "!") and source.text[token.end] not in " =":
             yield one, ""
         elif token.text == "++":
@@ -118,6 +129,12 @@ def all_edits(source: Source) -> Iterator[tuple[Span, str]]:
     yield from orders(source)
     yield from statements(source)
     yield from returns(source)
+
+
+def is_even(source: Source, left: Span, right: Span) -> bool:
+    """A difference that is all of an argument whose sign is lost."""
+    alone = source.at(left.first - 1) in ("(", ",") and source.at(right.last + 1) in (")", ",")
+    return alone and source.at(source.call_of(left.first)) in EVEN
 
 
 def is_array_size(source: Source, i: int) -> bool:

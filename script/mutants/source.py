@@ -101,6 +101,12 @@ class Source:
             else:
                 return Span(i + 1, last)
 
+    def call_of(self, i: int) -> int:
+        """The name of the function in whose arguments token i stands; -1 when there is none."""
+        while self.at(i - 1) not in ("(", "[", "{", ";", ""):
+            i = self.partner[i - 1] if self.at(i - 1) in OPENING else i - 1
+        return i - 2 if self.at(i - 1) == "(" else -1
+
     def arguments(self, i: int) -> list[Span]:
         """What stands between the bracket at token i and its partner, parted by commas."""
         spans, first, j = [], i + 1, i + 1
