@@ -50,6 +50,9 @@ NAMES = {
 # Their arguments may be exchanged without anything changing.
 SYMMETRIC = {"std::hypot", "std::max", "std::min", "kavo::SamePlace", "SamePlace", "Same", "Dot"}
 SYMMETRIC |= {"kavo::WrapAdd", "WrapAdd", "std::swap", "PointDistance"}
+# They look at their first argument alone.
+UNREAD = {"MatFree", "VecFree", "IVecFree"}
+OTHERS = KEYWORDS | SYMMETRIC | UNREAD
 # The sign of what they are given is lost.
 EVEN = {"std::abs", "std::fabs", "std::hypot", "std::cos", "Square", "kavo::Square"}
 # What is returned, and either is nothing already or is exchanged as a name.
@@ -106,6 +109,8 @@ def mutants_of(path: Path) -> list[Mutant]:
 def all_edits(source: Source) -> Iterator[tuple[Span, str]]:
     for i, token in enumerate(source.tokens):
         one = Span(i, i)
+        if source.at(source.call_of(i)) in UNREAD:
+            continue
         if token.kind == "number" and not is_array_size(source, i):
             yield one, other_number(token.text)
         elif token.kind == "name":
@@ -179,7 +184,7 @@ def orders(source: Source) -> Iterator[tuple[Span, str]]:
     """Arguments of a call, and values in braces, exchanged with their neighbours."""
     for i in range(1, len(source.tokens)):
         before = source.at(i - 1)
-        call = source.at(i) == "(" and source.is_name(i - 1) and before not in KEYWORDS | SYMMETRIC
+        call = source.at(i) == "(" and source.is_name(i - 1) and before not in OTHERS
         values = source.at(i) == "{" and before in ("return", "=", "(", ",")
         if call or values:
             arguments = source.arguments(i)

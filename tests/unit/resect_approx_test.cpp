@@ -62,6 +62,16 @@ std::vector<MultiResectObs> OnCircle(double dist = kNone) {
   return {Sight(50, 50, kPi / 4, dist), North(), Sight(50, -50, -kPi / 4)};
 }
 
+// Corners around the station, read as in a mirror.
+std::vector<MultiResectObs> MirroredPentagon() {
+  std::vector<MultiResectObs> sights;
+  for (int corner = 0; corner < 5; ++corner) {
+    const double azimuth = corner * 2.0 * kPi / 5.0;
+    sights.push_back(Sight(100 * std::cos(azimuth), 100 * std::sin(azimuth), -azimuth));
+  }
+  return sights;
+}
+
 struct Case {
   const char* name;
   std::vector<MultiResectObs> sights;
@@ -92,31 +102,28 @@ TEST(ApproxValues, TakesWhatDeterminesAStation) {
 }
 
 TEST(ApproxValues, RefusesWhatDeterminesNoStation) {
-  ExpectCode(
-      kEngineSingular,
-      {{"no sight", {}},
-       {"one point", {North(100)}},
-       {"one point three times", {North(100), North(100), North()}},
-       {"two points without a distance", {North(), East(), East()}},
-       {"two points, the one distance longer than the base", {North(120), East()}},
-       {"the same, the other point sighted twice", {North(120), East(), East()}},
-       {"the same, measured twice", {North(120), North(120), East()}},
-       {"directions alone, everything in line", {North(), South(), FarNorth()}},
-       {"directions alone, on the circle through the points", OnCircle()},
-       {"directions alone, parallel though the points are not in line",
-        {North(), Sight(200, 30, 0), Sight(300, -20, 0)}},
-       {"the same, along a diagonal",
-        {Sight(100, 100, kPi / 4), Sight(200, 230, kPi / 4), Sight(300, 280, kPi / 4)}},
-       {"readings that turn the other way, with nothing to tell one orientation from another",
-        {Sight(100, 0, 0), Sight(-50, 50 * std::sqrt(3.0), -2 * kPi / 3),
-         Sight(-50, -50 * std::sqrt(3.0), 2 * kPi / 3)}},
-       {"the station on a point", {North(100), Sight(200, 0, 0), Sight(0, 0, 0)}},
-       {"a north that is not a number", {Sight(kNaN, 0, 0), East(), South()}},
-       {"an infinite east", {Sight(100, kInf, 0), East(), South()}},
-       {"a reading that is not a number", {Sight(100, 0, kNaN), East(), South()}},
-       {"an infinite reading", {Sight(100, 0, kInf), East(), South()}},
-       {"a distance that is not a number", {North(kNaN), East(), South()}},
-       {"an infinite distance", {North(kInf), East(), South()}}});
+  ExpectCode(kEngineSingular,
+             {{"no sight", {}},
+              {"one point", {North(100)}},
+              {"one point three times", {North(100), North(100), North()}},
+              {"two points without a distance", {North(), East(), East()}},
+              {"two points, the one distance longer than the base", {North(120), East()}},
+              {"the same, the other point sighted twice", {North(120), East(), East()}},
+              {"the same, measured twice", {North(120), North(120), East()}},
+              {"directions alone, everything in line", {North(), South(), FarNorth()}},
+              {"directions alone, on the circle through the points", OnCircle()},
+              {"directions alone, parallel though the points are not in line",
+               {North(), Sight(200, 30, 0), Sight(300, -20, 0)}},
+              {"the same, along a diagonal",
+               {Sight(100, 100, kPi / 4), Sight(200, 230, kPi / 4), Sight(300, 280, kPi / 4)}},
+              {"readings that turn the other way: no orientation is the best", MirroredPentagon()},
+              {"the station on a point", {North(100), Sight(200, 0, 0), Sight(0, 0, 0)}},
+              {"a north that is not a number", {Sight(kNaN, 0, 0), East(), South()}},
+              {"an infinite east", {Sight(100, kInf, 0), East(), South()}},
+              {"a reading that is not a number", {Sight(100, 0, kNaN), East(), South()}},
+              {"an infinite reading", {Sight(100, 0, kInf), East(), South()}},
+              {"a distance that is not a number", {North(kNaN), East(), South()}},
+              {"an infinite distance", {North(kInf), East(), South()}}});
 }
 
 // Half a micrometre off the circle through the points the directions say nothing, but the distance
