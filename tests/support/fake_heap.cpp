@@ -42,6 +42,9 @@ namespace kavo {
 void* HeapAlloc(std::size_t size) noexcept {
   auto& heap = kavo_test::Heap();
   heap.requests += 1;
+  if (heap.requests == heap.pretend) {
+    size = 1;
+  }
   if (heap.requests == heap.refuse || size > kavo_test::kMostBytes) {
     return nullptr;
   }

@@ -18,7 +18,8 @@ struct FakeHeap {
     int request;
     std::size_t size;
   };
-  int refuse = 0;  ///< The request to refuse; 0 is none.
+  int refuse = 0;   ///< The request to refuse; 0 is none.
+  int pretend = 0;  ///< The request to grant whatever its size, with a block that only looks so.
   int requests = 0;
   std::map<void*, Block> live;
   std::vector<int> released;  ///< Requests in the order in which their blocks came back.

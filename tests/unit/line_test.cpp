@@ -9,6 +9,15 @@ namespace {
 using namespace kavo;
 using namespace kavo_test;
 
+TEST(LineSlopeIntercept, WritesBothOfALineOfConstantEast) {
+  double slope = 1.0;
+  double intercept = 1.0;
+  const LineDef line{Pt(3, 7), Pt(5, 7), 0, LINE_MODE_TWO_POINTS, {}};
+  EXPECT_EQ(STATUS_OK, LineSlopeIntercept(line, slope, intercept));
+  EXPECT_EQ(0.0, slope);
+  EXPECT_EQ(7.0, intercept);
+}
+
 TEST(IntersectLines2Pt, HasNoTolerance) {
   const struct {
     const char* name;

@@ -68,6 +68,16 @@ TEST(Storage, VectorIsIndexedOverItsRangeAlone) {
   }
 }
 
+TEST(Storage, BandIsItsDiagonalAndItsNeighbours) {
+  const HeapGuard guard;
+  const Band band = BandAlloc(4);
+  EXPECT_EQ((5 + 4) * sizeof(double), Heap().liveBytes);
+  EXPECT_EQ(band.diagonal.Block() + 1, &band.diagonal[1]);
+  EXPECT_EQ(band.coupling.Block() + 1, &band.coupling[1]);
+  BandFree(band);
+  EXPECT_EQ((std::vector{2, 1}), Heap().released);
+}
+
 TEST(Storage, SizesDoNotWrapRound) {
   const HeapGuard guard;
   EXPECT_FALSE(MatAlloc(1, 65536, 1, 65536));
@@ -76,6 +86,15 @@ TEST(Storage, SizesDoNotWrapRound) {
   EXPECT_EQ(1, ReclaimHeap());
   EXPECT_FALSE(VecAlloc(kLowest, kHighest));
   EXPECT_FALSE(MatAlloc(kLowest, kHighest, kLowest, kHighest));
+}
+
+TEST(Storage, SizesBeyondTheAddressSpaceAreNotAskedFor) {
+  const HeapGuard guard;
+  // 2^60 doubles are 2^63 bytes.
+  Heap().pretend = 1;
+  EXPECT_FALSE(MatAlloc(1, 1 << 28, kLowest, kHighest));
+  EXPECT_EQ(1, Heap().requests);
+  EXPECT_EQ(1, ReclaimHeap());  // the row handles, lost by design
 }
 
 template <class Create>

@@ -62,6 +62,16 @@ std::vector<MultiResectObs> OnCircle(double dist = kNone) {
   return {Sight(50, 50, kPi / 4, dist), North(), Sight(50, -50, -kPi / 4)};
 }
 
+// Corners around the station, read as in a mirror.
+std::vector<MultiResectObs> MirroredPentagon() {
+  std::vector<MultiResectObs> sights;
+  for (int corner = 0; corner < 5; ++corner) {
+    const double azimuth = corner * 2.0 * kPi / 5.0;
+    sights.push_back(Sight(100 * std::cos(azimuth), 100 * std::sin(azimuth), -azimuth));
+  }
+  return sights;
+}
+
 struct Case {
   const char* name;
   std::vector<MultiResectObs> sights;
@@ -104,6 +114,9 @@ TEST(ApproxValues, RefusesWhatDeterminesNoStation) {
               {"directions alone, on the circle through the points", OnCircle()},
               {"directions alone, parallel though the points are not in line",
                {North(), Sight(200, 30, 0), Sight(300, -20, 0)}},
+              {"the same, along a diagonal",
+               {Sight(100, 100, kPi / 4), Sight(200, 230, kPi / 4), Sight(300, 280, kPi / 4)}},
+              {"readings that turn the other way: no orientation is the best", MirroredPentagon()},
               {"the station on a point", {North(100), Sight(200, 0, 0), Sight(0, 0, 0)}},
               {"a north that is not a number", {Sight(kNaN, 0, 0), East(), South()}},
               {"an infinite east", {Sight(100, kInf, 0), East(), South()}},
@@ -131,6 +144,37 @@ TEST(ApproxValues, ChoosesBetweenTheTwoSolutionsOfATriangle) {
     const Approx approx = ApproxOf(kLsqMode2D, one);
     EXPECT_EQ(kEngineOk, approx.code);
     EXPECT_NEAR(0.0, std::hypot(approx.values[0], approx.values[1]), 1e-9);
+  }
+}
+
+// Distances that are all one part in a hundred too long: five directions outweigh them.
+TEST(ApproxValues, StartsFromWhatSuitsTheSightsBest) {
+  const Approx approx =
+      ApproxOf(kLsqMode2D, {North(101), East(50.5), South(), Sight(0, 20, kHalfPi), FarNorth()});
+  EXPECT_EQ(kEngineOk, approx.code);
+  EXPECT_LT(Distance({0, 0, 0}, approx.values), 1e-9);
+}
+
+// Powers of two take no part in rounding: what is decided, and every digit, is the same.
+TEST(ApproxValues, DoNotDependOnTheScale) {
+  const std::vector<MultiResectObs> networks[] = {{North(), East(), South()},
+                                                  {North(100), East(50)},
+                                                  {North(100), East(), South()},
+                                                  OnCircle(std::hypot(50, 50))};
+  for (const auto& network : networks) {
+    const Approx approx = ApproxOf(kLsqMode2D, network);
+    for (const double scale : {0x1p-20, 0x1p20}) {
+      auto scaled = network;
+      for (auto& sight : scaled) {
+        sight.north *= scale;
+        sight.east *= scale;
+        sight.horizDist *= sight.horizDist == kNone ? 1.0 : scale;
+      }
+      const auto [code, unknowns, limit, values] = ApproxOf(kLsqMode2D, scaled);
+      EXPECT_EQ(approx.code, code);
+      EXPECT_EQ((Numbers{approx.values[0] * scale, approx.values[1] * scale, approx.values[2]}),
+                values);
+    }
   }
 }
 

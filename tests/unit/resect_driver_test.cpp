@@ -73,4 +73,16 @@ TEST(Driver, WritesWhenItHasAStationSettledOrNot) {
   }
 }
 
+TEST(Driver, ReleasesWhatItWorksWithInReverseOrder) {
+  const HeapGuard guard;
+  auto work = FourCorners().sights;
+  ResectSolution out{};
+  EXPECT_EQ(kEngineOk, LsqResect(kLsqMode2D, static_cast<Index>(work.size()), work.data(), 2.0,
+                                 0.002, 2e-6, out));
+  const auto& released = Heap().released;
+  ASSERT_GE(released.size(), 11U);
+  EXPECT_EQ((std::vector{11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1}),
+            std::vector(released.end() - 11, released.end()));
+}
+
 }  // namespace
