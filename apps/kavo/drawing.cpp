@@ -1,0 +1,244 @@
+// A job's scenes as one SVG file: a sheet for each, one below the other.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "label_placer.hpp"
+#include "report.hpp"
+#include "sheet_frame.hpp"
+
+namespace kavo_app {
+namespace {
+
+// The sheet is white whatever the viewer's background, and no colour is needed to tell lines apart.
+constexpr std::string_view kHead = R"(<style>
+.paper { fill: #fff; }
+text { fill: #111; font-family: "DejaVu Sans", Verdana, Arial, sans-serif; }
+.label { font-size: 2.4px; paint-order: stroke; stroke: #fff; stroke-width: 0.5px; stroke-linejoin: round; }
+.title { font-size: 3.8px; font-weight: bold; }
+.subtitle { font-size: 3px; }
+.small { font-size: 2.2px; }
+line, polyline, path, rect { fill: none; }
+.frame { stroke: #111; stroke-width: 0.25px; }
+.sight { stroke: #999; stroke-width: 0.15px; }
+.construction { stroke: #555; stroke-width: 0.2px; stroke-dasharray: 3 1 0.4 1; }
+.offset { stroke: #a33b00; stroke-width: 0.25px; stroke-dasharray: 1.2 0.8; }
+.reference { stroke: #a33b00; stroke-width: 0.5px; }
+.boundary { stroke: #2e6b2e; stroke-width: 0.4px; fill: #2e6b2e; fill-opacity: 0.07; }
+.residual { stroke: #b00020; stroke-width: 0.35px; marker-end: url(#head); }
+.deviation { stroke: #6a1b9a; stroke-width: 0.5px; }
+.leader { stroke: #555; stroke-width: 0.12px; }
+.scale { stroke: #111; stroke-width: 0.2px; }
+.scale-half, .arrow { fill: #111; }
+</style>
+<defs>
+<path id="control" d="M0,-1.6 L1.4,0.8 L-1.4,0.8 Z" style="fill:#fff;stroke:#111;stroke-width:0.3px"/>
+<g id="station"><path d="M0,-1.9 L1.7,1 L-1.7,1 Z" style="fill:#fff;stroke:#111;stroke-width:0.35px"/><circle r="0.5" style="fill:#111"/></g>
+<circle id="computed" r="0.7" style="fill:#0b5394"/>
+<circle id="given" r="0.8" style="fill:#fff;stroke:#0b5394;stroke-width:0.25px"/>
+<path id="cross" d="M-1.2,0 H1.2 M0,-1.2 V1.2" style="stroke:#bbb;stroke-width:0.15px"/>
+<marker id="head" markerWidth="4" markerHeight="4" refX="2.5" refY="2" orient="auto"><path d="M0,0.6 L3,2 L0,3.4 Z" style="fill:#b00020"/></marker>
+</defs>
+)";
+constexpr double kTickSpacing = 20.0;  // of a chainage, at least, millimetres
+constexpr double kTick = 1.2;          // half a tick, millimetres
+
+// Half the size of a symbol, millimetres.
+double HalfSize(Role role) {
+  return role == Role::kStation ? 1.9 : role == Role::kControl ? 1.6 : 0.9;
+}
+
+class SheetDrawer {
+ public:
+  SheetDrawer(const Scene& scene, SvgWriter& svg)
+      : scene_(scene), svg_(svg), projection_(scene), enlargement_(scene), placer_(kFrame) {}
+
+  void Draw(const std::string& heading, std::vector<std::string> remarks) {
+    DrawGrid(scene_, projection_, svg_);
+    DrawPaths();
+    DrawChainages();
+    DrawEnlarged();
+    DrawPoints();
+    const auto unnamed = DrawLabels();
+    if (unnamed > 0) {
+      remarks.push_back(fmt::format("{} labels left out for lack of room", unnamed));
+    }
+    DrawBlock(scene_, projection_, enlargement_, heading, remarks, svg_);
+  }
+
+ private:
+  // Areas first, so that their fill covers nothing.
+  void DrawPaths() {
+    for (const auto stroke : {Stroke::kBoundary, Stroke::kSight, Stroke::kConstruction,
+                              Stroke::kOffset, Stroke::kReference}) {
+      svg_.Open(ClassOf(stroke));
+      for (const auto& path : scene_.paths) {
+        if (path.stroke == stroke) {
+          DrawPath(path);
+        }
+      }
+      svg_.Close();
+    }
+  }
+
+  void DrawPath(const ScenePath& path) {
+    std::vector<PaperSpot> vertices;
+    for (const auto& vertex : path.vertices) {
+      vertices.push_back(projection_.On(vertex));
+    }
+    svg_.Polyline(ClassOf(path.stroke), vertices);
+    for (std::size_t i = 1; i < vertices.size() && path.stroke != Stroke::kSight; ++i) {
+      placer_.Avoid(vertices[i - 1], vertices[i]);
+    }
+  }
+
+  // A tick square to the line at every round chainage, with its value.
+  void DrawChainages() {
+    for (const auto& chainage : scene_.chainages) {
+      const double interval = RoundUp(projection_.Metres(kTickSpacing));
+      for (int i = 0; i * interval <= chainage.length; ++i) {
+        DrawTick(chainage, i * interval);
+      }
+    }
+  }
+
+  void DrawTick(const Chainage& chainage, double along) {
+    const auto last = chainage.vertices.size() - 1;
+    const double place = along / chainage.length * static_cast<double>(last);
+    const auto segment = std::min(static_cast<std::size_t>(place), last - 1);
+    const auto from = projection_.On(chainage.vertices[segment]);
+    const auto to = projection_.On(chainage.vertices[segment + 1]);
+    const double part = place - static_cast<double>(segment);
+    const double dLeft = to.fromLeft - from.fromLeft;
+    const double dTop = to.fromTop - from.fromTop;
+    const double length = std::hypot(dLeft, dTop);
+    const PaperSpot at{from.fromLeft + part * dLeft, from.fromTop + part * dTop};
+    const PaperSpot across{-dTop / length * kTick, dLeft / length * kTick};
+    svg_.Line("reference", {at.fromLeft - across.fromLeft, at.fromTop - across.fromTop},
+              {at.fromLeft + across.fromLeft, at.fromTop + across.fromTop});
+    ticks_.push_back({at, kTick, {fmt::format("{}", along)}});
+  }
+
+  void DrawEnlarged() {
+    if (!enlargement_.Visible()) {
+      return;
+    }
+    for (const auto& residual : scene_.residuals) {
+      const auto at = projection_.On(residual.at);
+      const auto end = enlargement_.End(at, residual.size);
+      svg_.Line("residual", at, end);
+      placer_.Avoid(at, end);
+    }
+    for (const auto& deviation : scene_.deviations) {
+      const auto at = projection_.On(deviation.at);
+      for (const Spot half : {Spot{deviation.size.right, 0.0}, Spot{0.0, deviation.size.up}}) {
+        svg_.Line("deviation", enlargement_.End(at, {-half.right, -half.up}),
+                  enlargement_.End(at, half));
+      }
+    }
+  }
+
+  void DrawPoints() {
+    svg_.Open("points");
+    for (const auto& point : scene_.points) {
+      const auto at = projection_.On(point.at);
+      svg_.Symbol(SymbolOf(point.role), at);
+      placer_.Block(Around(at, HalfSize(point.role)));
+    }
+    svg_.Close();
+  }
+
+  // Names before areas and lines, these before ticks, which may go without.
+  std::size_t DrawLabels() {
+    svg_.Open("labels");
+    std::size_t missing = 0;
+    for (const auto role : {Role::kStation, Role::kControl, Role::kComputed, Role::kGiven}) {
+      for (const auto& point : scene_.points) {
+        if (point.role == role && !(point.name.empty() && point.details.empty())) {
+          missing += DrawLabel(LabelOf(point)) ? 0 : 1;
+        }
+      }
+    }
+    for (const auto& caption : scene_.captions) {
+      missing += DrawLabel({projection_.On(caption.at), 0.0, {caption.text}}) ? 0 : 1;
+    }
+    for (const auto& tick : ticks_) {
+      DrawLabel(tick);
+    }
+    svg_.Close();
+    return missing;
+  }
+
+  Label LabelOf(const ScenePoint& point) const {
+    Label label{projection_.On(point.at), HalfSize(point.role), point.details};
+    if (!point.name.empty()) {
+      label.lines.insert(label.lines.begin(), point.name);
+    }
+    return label;
+  }
+
+  bool DrawLabel(const Label& label) {
+    const auto placed = placer_.Place(label);
+    if (!placed) {
+      return false;
+    }
+    if (placed->leaderFrom) {
+      svg_.Line("leader", *placed->leaderFrom, placed->box.Nearest(*placed->leaderFrom));
+    }
+    constexpr double kBase = 0.8 * kLabelLeading;
+    double base = placed->box.top + kBase;
+    for (const auto& line : placed->lines) {
+      svg_.Text("label", {placed->box.left, base}, line);
+      base += kLabelLeading;
+    }
+    return true;
+  }
+
+  const Scene& scene_;
+  SvgWriter& svg_;
+  Projection projection_;
+  Enlargement enlargement_;
+  LabelPlacer placer_;
+  std::vector<Label> ticks_;
+};
+
+std::vector<std::string> RemarksOf(const Job& job, const std::vector<Outcome>& outcomes) {
+  std::vector<std::string> remarks;
+  const auto bad = std::ranges::count_if(outcomes, [](const auto& o) { return !o.Good(); });
+  if (bad > 0) {
+    remarks.push_back(fmt::format("{} of {} steps not good: see the report", bad, outcomes.size()));
+  }
+  if (!job.source.empty()) {
+    remarks.push_back(job.source);
+  }
+  return remarks;
+}
+
+}  // namespace
+
+std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
+  auto scenes = ScenesOf(job, outcomes);
+  if (scenes.empty()) {
+    scenes.emplace_back().title = "No step of this job has a place to show";
+  }
+  const auto heading = job.title.empty() ? job.file : job.title;
+  const double height = kSheetHeight * static_cast<double>(scenes.size());
+  SvgWriter svg;
+  svg.Raw(
+      fmt::format("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0}mm\" height=\"{1}mm\" "
+                  "viewBox=\"0 0 {0} {1}\">\n<title>{2}</title>\n",
+                  kSheetWidth, height, XmlText(heading)));
+  svg.Raw(kHead);
+  svg.Raw(fmt::format("<rect class=\"paper\" width=\"{}\" height=\"{}\"/>\n", kSheetWidth, height));
+  for (std::size_t i = 0; i < scenes.size(); ++i) {
+    svg.Open("sheet",
+             fmt::format("transform=\"translate(0 {})\"", kSheetHeight * static_cast<double>(i)));
+    SheetDrawer(scenes[i], svg).Draw(heading, RemarksOf(job, outcomes));
+    svg.Close();
+  }
+  svg.Raw("</svg>\n");
+  return svg.Take();
+}
+
+}  // namespace kavo_app
