@@ -15,11 +15,14 @@ namespace {
 constexpr std::string_view kHead = R"(<style>
 .paper { fill: #fff; }
 text { fill: #111; font-family: "DejaVu Sans", Verdana, Arial, sans-serif; }
-.label { font-size: 2.4px; paint-order: stroke; stroke: #fff; stroke-width: 0.5px; stroke-linejoin: round; }
+.label, .caption, .tick { font-size: 2.4px; paint-order: stroke; stroke: #fff; stroke-width: 0.5px; stroke-linejoin: round; }
+.caption { font-style: italic; }
+.tick { fill: #a33b00; }
 .title { font-size: 3.8px; font-weight: bold; }
 .subtitle { font-size: 3px; }
 .small { font-size: 2.2px; }
 line, polyline, path, rect { fill: none; }
+.inset { stroke: #111; stroke-width: 0.2px; stroke-dasharray: 4 1.5; }
 .frame { stroke: #111; stroke-width: 0.25px; }
 .sight { stroke: #999; stroke-width: 0.15px; }
 .construction { stroke: #555; stroke-width: 0.2px; stroke-dasharray: 3 1 0.4 1; }
@@ -42,6 +45,8 @@ line, polyline, path, rect { fill: none; }
 </defs>
 )";
 constexpr double kTickSpacing = 20.0;  // of a chainage, at least, millimetres
+constexpr double kMostTicks = 1e4;     // of one line
+constexpr double kSymbolGap = 0.2;     // between a symbol and other labels, millimetres
 constexpr double kTick = 1.2;          // half a tick, millimetres
 
 // Half the size of a symbol, millimetres.
@@ -56,13 +61,17 @@ class SheetDrawer {
 
   void Draw(const std::string& heading, std::vector<std::string> remarks) {
     DrawGrid(scene_, projection_, svg_);
+    svg_.Open("lines", "clip-path=\"url(#frame)\"");
     DrawPaths();
     DrawChainages();
-    DrawEnlarged();
+    DrawInsets();
+    svg_.Close();
     DrawPoints();
+    DrawEnlarged();
     const auto unnamed = DrawLabels();
     if (unnamed > 0) {
-      remarks.push_back(fmt::format("{} labels left out for lack of room", unnamed));
+      remarks.push_back(fmt::format("{} {} left out for lack of room", unnamed,
+                                    unnamed == 1 ? "label" : "labels"));
     }
     DrawBlock(scene_, projection_, enlargement_, heading, remarks, svg_);
   }
@@ -96,7 +105,8 @@ class SheetDrawer {
   // A tick square to the line at every round chainage, with its value.
   void DrawChainages() {
     for (const auto& chainage : scene_.chainages) {
-      const double interval = RoundUp(projection_.Metres(kTickSpacing));
+      const double interval =
+          RoundUp(std::max(projection_.Metres(kTickSpacing), chainage.length / kMostTicks));
       for (int i = 0; i * interval <= chainage.length; ++i) {
         DrawTick(chainage, i * interval);
       }
@@ -107,17 +117,20 @@ class SheetDrawer {
     const auto last = chainage.vertices.size() - 1;
     const double place = along / chainage.length * static_cast<double>(last);
     const auto segment = std::min(static_cast<std::size_t>(place), last - 1);
-    const auto from = projection_.On(chainage.vertices[segment]);
-    const auto to = projection_.On(chainage.vertices[segment + 1]);
     const double part = place - static_cast<double>(segment);
-    const double dLeft = to.fromLeft - from.fromLeft;
-    const double dTop = to.fromTop - from.fromTop;
-    const double length = std::hypot(dLeft, dTop);
-    const PaperSpot at{from.fromLeft + part * dLeft, from.fromTop + part * dTop};
-    const PaperSpot across{-dTop / length * kTick, dLeft / length * kTick};
+    const Spot& from = chainage.vertices[segment];
+    const Spot& to = chainage.vertices[segment + 1];
+    const Spot way{to.right - from.right, to.up - from.up};
+    const double length = std::hypot(way.right, way.up);
+    const Spot spot{from.right + part * way.right, from.up + part * way.up};
+    if (length == 0.0 || !IsLabelledHere(spot)) {
+      return;
+    }
+    const PaperSpot at = projection_.On(spot);
+    const PaperSpot across{way.up / length * kTick, way.right / length * kTick};
     svg_.Line("reference", {at.fromLeft - across.fromLeft, at.fromTop - across.fromTop},
               {at.fromLeft + across.fromLeft, at.fromTop + across.fromTop});
-    ticks_.push_back({at, kTick, {fmt::format("{}", along)}});
+    ticks_.push_back({at, kTick, {fmt::format("{}", along)}, false});
   }
 
   void DrawEnlarged() {
@@ -126,6 +139,9 @@ class SheetDrawer {
     }
     for (const auto& residual : scene_.residuals) {
       const auto at = projection_.On(residual.at);
+      if (!kFrame.Holds(at)) {
+        continue;
+      }
       const auto end = enlargement_.End(at, residual.size);
       svg_.Line("residual", at, end);
       placer_.Avoid(at, end);
@@ -143,10 +159,25 @@ class SheetDrawer {
     svg_.Open("points");
     for (const auto& point : scene_.points) {
       const auto at = projection_.On(point.at);
+      if (!kFrame.Holds(at)) {
+        continue;
+      }
       svg_.Symbol(SymbolOf(point.role), at);
-      placer_.Block(Around(at, HalfSize(point.role)));
+      placer_.Block(Around(at, HalfSize(point.role) + kSymbolGap));
     }
     svg_.Close();
+  }
+
+  // What another sheet shows larger, with that sheet's name.
+  void DrawInsets() {
+    for (const auto& inset : scene_.insets) {
+      const auto& extent = inset.extent;
+      const auto from = projection_.On({extent.left, extent.top});
+      const auto to = projection_.On({extent.right, extent.bottom});
+      svg_.Polyline("inset",
+                    {from, {to.fromLeft, from.fromTop}, to, {from.fromLeft, to.fromTop}, from});
+      captions_.push_back({from, 0.0, {inset.name}, false});
+    }
   }
 
   // Names before areas and lines, these before ticks, which may go without.
@@ -155,30 +186,45 @@ class SheetDrawer {
     std::size_t missing = 0;
     for (const auto role : {Role::kStation, Role::kControl, Role::kComputed, Role::kGiven}) {
       for (const auto& point : scene_.points) {
-        if (point.role == role && !(point.name.empty() && point.details.empty())) {
-          missing += DrawLabel(LabelOf(point)) ? 0 : 1;
+        if (point.role == role && IsNamedHere(point)) {
+          missing += DrawLabel("label", LabelOf(point)) ? 0U : 1U;
         }
       }
     }
     for (const auto& caption : scene_.captions) {
-      missing += DrawLabel({projection_.On(caption.at), 0.0, {caption.text}}) ? 0 : 1;
+      if (IsLabelledHere(caption.at)) {
+        captions_.push_back({projection_.On(caption.at), 0.0, {caption.text}, true});
+      }
+    }
+    for (const auto& caption : captions_) {
+      missing += DrawLabel("caption", caption) ? 0U : 1U;
     }
     for (const auto& tick : ticks_) {
-      DrawLabel(tick);
+      DrawLabel("tick", tick);
     }
     svg_.Close();
     return missing;
   }
 
+  bool IsNamedHere(const ScenePoint& point) const {
+    return !(point.name.empty() && point.details.empty()) && IsLabelledHere(point.at);
+  }
+
+  bool IsLabelledHere(Spot spot) const {
+    return kFrame.Holds(projection_.On(spot)) &&
+           std::ranges::none_of(scene_.insets,
+                                [spot](const Inset& inset) { return inset.extent.Holds(spot); });
+  }
+
   Label LabelOf(const ScenePoint& point) const {
-    Label label{projection_.On(point.at), HalfSize(point.role), point.details};
+    Label label{projection_.On(point.at), HalfSize(point.role), point.details, false};
     if (!point.name.empty()) {
       label.lines.insert(label.lines.begin(), point.name);
     }
     return label;
   }
 
-  bool DrawLabel(const Label& label) {
+  bool DrawLabel(std::string_view className, const Label& label) {
     const auto placed = placer_.Place(label);
     if (!placed) {
       return false;
@@ -189,7 +235,7 @@ class SheetDrawer {
     constexpr double kBase = 0.8 * kLabelLeading;
     double base = placed->box.top + kBase;
     for (const auto& line : placed->lines) {
-      svg_.Text("label", {placed->box.left, base}, line);
+      svg_.Text(className, {placed->box.left, base}, line);
       base += kLabelLeading;
     }
     return true;
@@ -200,6 +246,7 @@ class SheetDrawer {
   Projection projection_;
   Enlargement enlargement_;
   LabelPlacer placer_;
+  std::vector<Label> captions_;
   std::vector<Label> ticks_;
 };
 
@@ -230,6 +277,10 @@ std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
                   "viewBox=\"0 0 {0} {1}\">\n<title>{2}</title>\n",
                   kSheetWidth, height, XmlText(heading)));
   svg.Raw(kHead);
+  svg.Raw(
+      fmt::format("<clipPath id=\"frame\"><rect x=\"{}\" y=\"{}\" width=\"{}\" "
+                  "height=\"{}\"/></clipPath>\n",
+                  kFrame.left, kFrame.top, kFrame.right - kFrame.left, kFrame.bottom - kFrame.top));
   svg.Raw(fmt::format("<rect class=\"paper\" width=\"{}\" height=\"{}\"/>\n", kSheetWidth, height));
   for (std::size_t i = 0; i < scenes.size(); ++i) {
     svg.Open("sheet",

@@ -1,6 +1,7 @@
 // Facades: what was sighted on a plane, in the plane's own coordinates, as seen by the instrument.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -58,6 +59,10 @@ Facade WallFacade(const StepView& wall, const StepView& sight) {
   return facade;
 }
 
+// Where the sky is less than this across the plane, elevations do not tell how far across a point
+// is.
+constexpr double kUpright = 0.1;
+
 // Across is to the right of along as the instrument sees it, so turning the sheet by quarter
 // circles never mirrors. The turn taken is the one that has the sky most upward, as the sighted
 // point tells.
@@ -82,7 +87,16 @@ Facade PlaneFacade(const StepView& plane, const StepView& sight) {
       best = turn;
     }
   }
-  return {{{0.0, 0.0}, {length, 0.0}}, best, "across"};
+  Facade facade{{{0.0, 0.0}, {length, 0.0}}, best, "across"};
+  const auto* p3 = plane.Find<CoordPt>("p3");
+  if (p3 != nullptr && std::fabs(skyAcross) > kUpright) {
+    const double along3 =
+        ((p3->north - p1.north) * (p2.north - p1.north) +
+         (p3->east - p1.east) * (p2.east - p1.east) + (p3->elev - p1.elev) * (p2.elev - p1.elev)) /
+        length;
+    facade.known.push_back({along3, (p3->elev - p1.elev - along3 * skyAlong) / skyAcross});
+  }
+  return facade;
 }
 
 Axis AxisOf(InPlane part, const std::string& acrossName) {
@@ -92,7 +106,7 @@ Axis AxisOf(InPlane part, const std::string& acrossName) {
 Scene EmptyFacade(const StepView& plane, const StepView& sight, const Facade& facade) {
   const auto station = FindField(sight.GetStep().service->inputs, "station");
   Scene scene;
-  scene.title = fmt::format("Facade {}, seen from {}", plane.GetStep().name,
+  scene.title = fmt::format("Facade \"{}\" seen from {}", plane.GetStep().name,
                             sight.GetStep().inputs[*station].text);
   scene.northUp = false;
   scene.rightAxis = AxisOf(facade.turn.right, facade.acrossName);
@@ -102,6 +116,7 @@ Scene EmptyFacade(const StepView& plane, const StepView& sight, const Facade& fa
     line.push_back(facade.turn.On(facade.known[i]));
     AddPoint(scene, {line.back(), Role::kControl, plane.GetStep().inputs[i].text, {}});
   }
+  line.resize(std::min<std::size_t>(line.size(), 2));
   AddPath(scene, Stroke::kConstruction, std::move(line));
   return scene;
 }
@@ -140,8 +155,11 @@ std::vector<Scene> FacadeScenes(const Job& job, const std::vector<Outcome>& outc
       scene = scenes.size();
       scenes.push_back(EmptyFacade(plane, sight, facade));
     }
-    AddPoint(scenes[scene],
-             {facade.turn.On({*along, *across}), Role::kComputed, sight.GetStep().name, {}});
+    const auto position =
+        fmt::format("along {}, {} {}", MetresText(*along), facade.acrossName, MetresText(*across));
+    AddPoint(
+        scenes[scene],
+        {facade.turn.On({*along, *across}), Role::kComputed, sight.GetStep().name, {position}});
   }
   return scenes;
 }

@@ -17,6 +17,7 @@ struct Side {
   int right;
   int down;
 };
+constexpr Side kOnIt{0, 0};
 constexpr std::array kSides = {Side{1, -1}, Side{1, 0},  Side{1, 1},  Side{-1, -1},
                                Side{-1, 0}, Side{-1, 1}, Side{0, -1}, Side{0, 1}};
 
@@ -113,19 +114,21 @@ std::optional<PlacedLabel> LabelPlacer::Place(const Label& label) {
   constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
   std::optional<PlacedLabel> best;
   double bestCost = HUGE_VAL;
+  const auto consider = [&](double away, Side side) {
+    const auto box = BoxOf(label, away, side);
+    const auto crossed = CostOf(box);
+    const bool led = away > kLeaderAt;
+    if (crossed && *crossed + kAwayCost * away < bestCost && (!led || LeaderIsFree(label, box))) {
+      bestCost = *crossed + kAwayCost * away;
+      best = PlacedLabel{box, label.lines, led ? std::optional(label.anchor) : std::nullopt};
+    }
+  };
+  if (label.mayCover) {
+    consider(0.0, kOnIt);
+  }
   for (const double away : kRings) {
     for (const auto& side : kSides) {
-      const auto box = BoxOf(label, away, side);
-      const auto crossed = CostOf(box);
-      if (!crossed || *crossed + kAwayCost * away >= bestCost ||
-          (away > kLeaderAt && !LeaderIsFree(label, box))) {
-        continue;
-      }
-      bestCost = *crossed + kAwayCost * away;
-      best = PlacedLabel{box, label.lines, {}};
-      if (away > kLeaderAt) {
-        best->leaderFrom = label.anchor;
-      }
+      consider(away, side);
     }
   }
   if (best) {

@@ -13,6 +13,7 @@ struct Label {
   PaperSpot anchor;                ///< What it belongs to.
   double clearance;                ///< Half the size of the symbol there, millimetres.
   std::vector<std::string> lines;  ///< One below the other.
+  bool mayCover = false;           ///< Best on its anchor, where there is no symbol.
 };
 
 struct PlacedLabel {

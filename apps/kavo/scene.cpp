@@ -21,6 +21,17 @@ bool Same(const ScenePoint& one, const ScenePoint& other) {
          (one.name == other.name || other.name.empty());
 }
 
+// One line set twice, but for what its directions are rounded to, has its ticks once.
+bool Same(const Chainage& one, const Chainage& other) {
+  const auto near = [&one](Spot a, Spot b) {
+    constexpr double kRounding = 1e-4;
+    return std::hypot(a.right - b.right, a.up - b.up) <= kRounding * one.length;
+  };
+  return near(one.vertices.front(), other.vertices.front()) &&
+         near(one.vertices[one.vertices.size() / 2], other.vertices[other.vertices.size() / 2]) &&
+         near(one.vertices.back(), other.vertices.back());
+}
+
 template <class T>
 void Move(std::vector<T>& from, std::vector<T>& to) {
   std::ranges::move(from, std::back_inserter(to));
@@ -75,13 +86,21 @@ void Append(Scene& scene, Scene other) {
     AddPoint(scene, std::move(point));
   }
   Move(other.paths, scene.paths);
-  Move(other.chainages, scene.chainages);
+  for (auto& chainage : other.chainages) {
+    if (std::ranges::none_of(scene.chainages,
+                             [&](const Chainage& known) { return Same(known, chainage); })) {
+      scene.chainages.push_back(std::move(chainage));
+    }
+  }
   Move(other.captions, scene.captions);
   Move(other.residuals, scene.residuals);
   Move(other.deviations, scene.deviations);
 }
 
 Extent ExtentOf(const Scene& scene) {
+  if (!scene.window.Empty()) {
+    return scene.window;
+  }
   Extent extent;
   for (const auto& point : scene.points) {
     extent.Include(point.at);
@@ -104,7 +123,7 @@ std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes
   for (auto more : {FacadeScenes(job, outcomes), SectionScenes(job, outcomes)}) {
     Move(more, scenes);
   }
-  return scenes;
+  return WithDetails(std::move(scenes));
 }
 
 }  // namespace kavo_app

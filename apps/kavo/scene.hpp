@@ -22,6 +22,9 @@ struct Extent {
   double top = -1.0;
 
   bool Empty() const { return left > right; }
+  bool Holds(Spot spot) const {
+    return left <= spot.right && spot.right <= right && bottom <= spot.up && spot.up <= top;
+  }
   /// Widens it to hold the spot.
   void Include(Spot spot);
   void Include(const Extent& other);
@@ -72,6 +75,12 @@ struct Axis {
   double sign = 1.0;  ///< -1 where it grows to the left or downwards.
 };
 
+/// A part that another sheet shows larger.
+struct Inset {
+  Extent extent;
+  std::string name;
+};
+
 struct Scene {
   std::string title;
   Axis rightAxis{"east"};
@@ -83,6 +92,8 @@ struct Scene {
   std::vector<Caption> captions;
   std::vector<Enlarged> residuals;
   std::vector<Enlarged> deviations;
+  Extent window;              ///< The part to be shown; all of it when empty.
+  std::vector<Inset> insets;  ///< Here names are left to their own sheets.
 };
 
 /// Adds a point, or its role and details to the same point when it is there already.
@@ -94,7 +105,7 @@ void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices);
 /// Adds all that another scene shows.
 void Append(Scene& scene, Scene other);
 
-/// The rectangle of all points and lines.
+/// The rectangle of all points and lines, or the scene's window.
 Extent ExtentOf(const Scene& scene);
 
 /// Metres in three decimals and a difference with its sign, for labels.
@@ -103,6 +114,9 @@ std::string MetresText(double metres);
 /// Everything that a job can show: plans, one for each place where it works, then a facade for each
 /// plane and a section for each design slope that something was measured against.
 std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes);
+
+/// Each scene, followed by its crowded parts as scenes of their own.
+std::vector<Scene> WithDetails(std::vector<Scene> scenes);
 
 /// Parts of ScenesOf.
 std::vector<Scene> PlanScenes(const Job& job, const std::vector<Outcome>& outcomes);

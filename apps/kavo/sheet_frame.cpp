@@ -111,7 +111,7 @@ void DrawTitle(const std::string& heading, const std::string& title,
   put("title", 3.8, 2, heading);
   put("subtitle", 3.0, 2, title);
   for (const auto& remark : remarks) {
-    put("small", 2.2, 2, remark);
+    put("small", 2.2, 3, remark);
   }
 }
 
@@ -188,8 +188,12 @@ void DrawGrid(const Scene& scene, const Projection& projection, SvgWriter& svg) 
       svg.Symbol("cross", projection.On({column.at, row.at}));
     }
   }
+  constexpr double kAxisName = 14.0;  // takes the edge's upper end, millimetres
   for (const auto& row : rows) {
     const double down = projection.On({0.0, row.at}).fromTop;
+    if (down < kFrame.top + kAxisName) {
+      continue;
+    }
     svg.Text("small", {kFrame.left - 1.4, down}, row.text,
              fmt::format("text-anchor=\"middle\" transform=\"rotate(-90 {:.2f} {:.2f})\"",
                          kFrame.left - 1.4, down));
