@@ -155,8 +155,8 @@ std::vector<Scene> FacadeScenes(const Job& job, const std::vector<Outcome>& outc
       scene = scenes.size();
       scenes.push_back(EmptyFacade(plane, sight, facade));
     }
-    const auto position =
-        fmt::format("along {}, {} {}", MetresText(*along), facade.acrossName, MetresText(*across));
+    const auto position = fmt::format("along {}, {} {}{}", MetresText(*along), facade.acrossName,
+                                      MetresText(*across), sight.Flaw());
     AddPoint(
         scenes[scene],
         {facade.turn.On({*along, *across}), Role::kComputed, sight.GetStep().name, {position}});

@@ -263,7 +263,7 @@ void AddSetUp(const StepView& step, Scene& scene) {
   const auto* residuals = step.Find<std::vector<SightResidual>>("residuals");
   for (std::size_t i = 0; i < sights->size(); ++i) {
     const CoordPt& point = (*sights)[i].point;
-    if ((point.flags & COORD_HAS_NE) == 0) {
+    if (!HasPosition(point)) {
       continue;  // only the line's azimuth is known
     }
     AddPath(scene, Stroke::kSight, {InPlan(*station), InPlan(point)});
@@ -306,8 +306,8 @@ void AddPosition(const StepView& step, Scene& scene) {
   if (along == nullptr || offset == nullptr || !Available(*along) || !Available(*offset)) {
     return;
   }
-  const auto text = fmt::format("along {}, offset {}", MetresText(std::get<double>(*along)),
-                                MetresText(std::get<double>(*offset)));
+  const auto text = fmt::format("along {}, offset {}{}", MetresText(std::get<double>(*along)),
+                                MetresText(std::get<double>(*offset)), step.Flaw());
   const auto at = InPlan(*step.Find<CoordPt>("point"));
   for (auto& point : scene.points) {
     if (step.Find<CoordPt>("foot") != nullptr) {

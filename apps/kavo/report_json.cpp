@@ -1,6 +1,9 @@
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "geometry.hpp"
 #include "report.hpp"
 
 namespace kavo_app {
@@ -52,6 +55,30 @@ Json ResidualsJson(const std::vector<SightResidual>& residuals, AngleUnit unit) 
   return json;
 }
 
+Json PointsJson(const std::vector<CoordPt>& points) {
+  Json json = Json::array();
+  std::ranges::transform(points, std::back_inserter(json), PointJson);
+  return json;
+}
+
+// As the call got them: on face 1, with both distances.
+Json SightsJson(const std::vector<Sight>& sights, AngleUnit unit) {
+  Json json = Json::array();
+  for (const auto& sight : sights) {
+    const bool withDist = sight.slopeDist != 0.0;
+    json.push_back({{"sight", sight.name},
+                    {"point", HasPosition(sight.point) ? PointJson(sight.point) : Json()},
+                    {"ha", AngleJson(sight.ha, unit)},
+                    {"va", AngleJson(sight.va, unit)},
+                    {"face2", sight.face2},
+                    {"slopeDist", withDist ? NumberJson(sight.slopeDist) : Json()},
+                    {"horizDist", withDist ? NumberJson(sight.horizDist) : Json()},
+                    {"heightDiff", withDist ? NumberJson(sight.heightDiff) : Json()},
+                    {"th", NumberJson(sight.targetHeight)}});
+  }
+  return json;
+}
+
 Json ValueJson(const Value& value, AngleUnit unit) {
   if (const auto* angle = std::get_if<IntAngle>(&value)) {
     return AngleJson(*angle, unit);
@@ -64,6 +91,12 @@ Json ValueJson(const Value& value, AngleUnit unit) {
   }
   if (const auto* line = std::get_if<LineDef>(&value)) {
     return LineJson(*line, unit);
+  }
+  if (const auto* points = std::get_if<std::vector<CoordPt>>(&value)) {
+    return PointsJson(*points);
+  }
+  if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
+    return SightsJson(*sights, unit);
   }
   if (const auto* residuals = std::get_if<std::vector<SightResidual>>(&value)) {
     return ResidualsJson(*residuals, unit);
@@ -79,7 +112,9 @@ Json InputsJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
     }
     const auto name = std::string(step.service->inputs[i].name);
     json[name] = {{"written", step.inputs[i].text}};
-    if (outcome.ran && Available(outcome.inputs[i])) {
+    const bool isBase =
+        step.service->inputs[i].kind == Kind::kFigure;  // its own step says all of it
+    if (outcome.ran && Available(outcome.inputs[i]) && !isBase) {
       json[name]["value"] = ValueJson(outcome.inputs[i], unit);
     }
   }
@@ -109,14 +144,20 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   Json json{{"name", step.name},
             {"service", step.service->name},
             {"export", step.service->exportName},
+            {"note", step.note},
             {"inputs", InputsJson(step, outcome, unit)},
+            {"ran", outcome.ran},
+            {"success", outcome.success},
             {"good", outcome.Good()}};
   if (outcome.ran) {
     json["status"] = outcome.status;
+    if (const auto name = FindStatus(*step.service, outcome.status)->name; !name.empty()) {
+      json["statusName"] = name;
+    }
   }
   json["meaning"] = outcome.sentence;
   if (!outcome.note.empty()) {
-    json["note"] = outcome.note;
+    json["remark"] = outcome.note;
   }
   Json outputs = Json::object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
@@ -135,13 +176,15 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
 }  // namespace
 
 std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes) {
-  Json json{{"title", job.title},
+  Json json{{"format", "kavo report 1"},
+            {"title", job.title},
             {"source", job.source},
             {"job", job.file},
             {"lengths", "m"},
             {"areas", "m2"},
             {"angles", UnitText(job.angles)},
             {"settings", job.settingTexts},
+            {"good", std::ranges::all_of(outcomes, &Outcome::Good)},
             {"steps", Json::array()}};
   for (std::size_t i = 0; i < job.steps.size(); ++i) {
     json["steps"].push_back(StepJson(job.steps[i], outcomes[i], job.angles));

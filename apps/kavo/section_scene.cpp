@@ -36,6 +36,7 @@ Scene EmptySection(const StepView& slope) {
   AddPath(scene, Stroke::kConstruction,
           {{0.0, std::min(design.first.up, design.second.up)},
            {0.0, std::max(design.first.up, design.second.up)}});
+  scene.captions.push_back({{0.0, std::max(design.first.up, design.second.up)}, "centre line"});
   return scene;
 }
 

@@ -37,6 +37,8 @@ class StepView {
   }
   /// The step that set the base which an input names.
   StepView BaseOf(std::string_view name) const;
+  /// Nothing, or that an expected number of the step is out of tolerance, to end a label with.
+  std::string_view Flaw() const { return Result().Good() ? "" : ", out of tolerance"; }
   /// The name of an output point: the step's, with the field's where there are several points.
   std::string PointName(std::size_t output) const;
 
