@@ -24,6 +24,9 @@ constexpr double Radians(IntAngle angle) {
   return static_cast<double>(angle) * (std::numbers::pi / ANGLE_HALF_CIRCLE);
 }
 
+/// Arc-seconds of an angle.
+constexpr double ArcSeconds(IntAngle angle) { return static_cast<double>(angle) / 16.0; }
+
 /// Whether the point has a position.
 constexpr bool HasPosition(const CoordPt& point) { return (point.flags & COORD_HAS_NE) != 0; }
 

@@ -33,8 +33,10 @@ void PrintField(const Field& field) {
   const auto& info = InfoOf(field.kind);
   const auto unit =
       info.unit == "angle" || info.unit.empty() ? std::string() : fmt::format(" [{}]", info.unit);
-  fmt::print("  {:<12} {}{}{}\n", field.name, field.meaning, unit,
-             field.need == Need::kOptional ? " (optional)" : "");
+  const std::string_view need = field.need == Need::kOptional ? " (optional)"
+                                : field.need == Need::kOneOf  ? " (one of these)"
+                                                              : "";
+  fmt::print("  {:<12} {}{}{}\n", field.name, field.meaning, unit, need);
 }
 
 int Help(const std::string& name) {

@@ -11,7 +11,7 @@ namespace kavo_app {
 namespace {
 
 // In quotation marks where a comma, a mark or an edge blank would be read otherwise.
-std::string Quoted(std::string_view text) {
+std::string CsvField(std::string_view text) {
   const bool plain =
       text.find_first_of(",\"\r\n") == text.npos && !text.starts_with(' ') && !text.ends_with(' ');
   if (plain) {
@@ -30,7 +30,7 @@ std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes) {
   std::string out = "name,north [m],east [m],elevation [m],description\n";
   for (const auto& point : AllPoints(job, outcomes)) {
     if (!point.service.empty()) {
-      fmt::format_to(std::back_inserter(out), "{},{},{},{},{}{}\n", Quoted(point.name),
+      fmt::format_to(std::back_inserter(out), "{},{},{},{},{}{}\n", CsvField(point.name),
                      point.at.north, point.at.east,
                      HasElev(point.at) ? fmt::format("{}", point.at.elev) : "", point.service,
                      point.good ? "" : " (out of tolerance)");

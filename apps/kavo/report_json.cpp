@@ -3,6 +3,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "faces.hpp"
 #include "geometry.hpp"
 #include "report.hpp"
 
@@ -61,20 +62,58 @@ Json PointsJson(const std::vector<CoordPt>& points) {
   return json;
 }
 
-// As the call got them: on face 1, with both distances.
+Json ReadingJson(const Reading& reading, AngleUnit unit) {
+  Json json{{"face", reading.face2 ? 2 : 1}, {"ha", AngleJson(reading.ha, unit)}};
+  if (reading.va) {
+    json["va"] = AngleJson(*reading.va, unit);
+  }
+  if (reading.slopeDist != 0.0) {
+    json["slopeDist"] = NumberJson(reading.slopeDist);
+  }
+  if (reading.horizDist != 0.0) {
+    json["horizDist"] = NumberJson(reading.horizDist);
+    json["heightDiff"] = NumberJson(reading.heightDiff);
+  }
+  return json;
+}
+
+Json SightJson(const Sight& sight, AngleUnit unit) {
+  Json json{{"sight", sight.name},
+            {"point", HasPosition(sight.point) ? PointJson(sight.point) : Json()}};
+  if (!sight.code.empty()) {
+    json["code"] = sight.code;
+  }
+  json["readings"] = Json::array();
+  for (const auto& reading : sight.readings) {
+    json["readings"].push_back(ReadingJson(reading, unit));
+  }
+  if (sight.errors) {
+    json["collimation"] = AngleJson(sight.errors->collimation, unit);
+    json["index"] = sight.errors->index ? AngleJson(*sight.errors->index, unit) : Json();
+  }
+  json["ha"] = AngleJson(sight.ha, unit);
+  json["va"] = AngleJson(sight.va, unit);
+  const bool measured = sight.slopeDist != 0.0;
+  json["slopeDist"] = measured ? NumberJson(sight.slopeDist) : Json();
+  json["horizDist"] = measured ? NumberJson(sight.horizDist) : Json();
+  json["heightDiff"] = measured ? NumberJson(sight.heightDiff) : Json();
+  json["th"] = NumberJson(sight.targetHeight);
+  return json;
+}
+
 Json SightsJson(const std::vector<Sight>& sights, AngleUnit unit) {
-  Json json = Json::array();
+  Json json{{"sights", Json::array()}};
   for (const auto& sight : sights) {
-    const bool withDist = sight.slopeDist != 0.0;
-    json.push_back({{"sight", sight.name},
-                    {"point", HasPosition(sight.point) ? PointJson(sight.point) : Json()},
-                    {"ha", AngleJson(sight.ha, unit)},
-                    {"va", AngleJson(sight.va, unit)},
-                    {"face2", sight.face2},
-                    {"slopeDist", withDist ? NumberJson(sight.slopeDist) : Json()},
-                    {"horizDist", withDist ? NumberJson(sight.horizDist) : Json()},
-                    {"heightDiff", withDist ? NumberJson(sight.heightDiff) : Json()},
-                    {"th", NumberJson(sight.targetHeight)}});
+    json["sights"].push_back(SightJson(sight, unit));
+  }
+  const auto summary = SummaryOfFaces(sights);
+  if (summary.pairs > 0) {
+    json["faces"] = {
+        {"pairs", summary.pairs},
+        {"collimation", AngleJson(summary.collimation, unit)},
+        {"collimationSpread", AngleJson(summary.collimationSpread, unit)},
+        {"index", summary.index ? AngleJson(*summary.index, unit) : Json()},
+        {"indexSpread", summary.indexSpread ? AngleJson(*summary.indexSpread, unit) : Json()}};
   }
   return json;
 }
@@ -144,11 +183,14 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   Json json{{"name", step.name},
             {"service", step.service->name},
             {"export", step.service->exportName},
-            {"note", step.note},
+            {"remark", step.note},
             {"inputs", InputsJson(step, outcome, unit)},
             {"ran", outcome.ran},
             {"success", outcome.success},
             {"good", outcome.Good()}};
+  if (!step.code.empty()) {
+    json["code"] = step.code;
+  }
   if (outcome.ran) {
     json["status"] = outcome.status;
     if (const auto name = FindStatus(*step.service, outcome.status)->name; !name.empty()) {
@@ -157,7 +199,7 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   }
   json["meaning"] = outcome.sentence;
   if (!outcome.note.empty()) {
-    json["remark"] = outcome.note;
+    json["note"] = outcome.note;
   }
   Json outputs = Json::object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
