@@ -43,7 +43,7 @@ void AddComputed(const StepView& step, std::vector<JobPoint>& points) {
     if (const auto* at = std::get_if<CoordPt>(&step.Result().outputs[i])) {
       const bool occupied = service.outputs[i].name == "station";
       Insert(points, {step.PointName(i), *at, occupied ? Role::kStation : Role::kComputed,
-                      step.Result().Good(), service.name});
+                      step.Result().Good(), service.name, step.GetStep().code});
     }
   }
 }

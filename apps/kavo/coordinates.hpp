@@ -26,6 +26,7 @@ struct JobPoint {
   Role role;
   bool good = true;            ///< False for a result that is out of tolerance.
   std::string_view service{};  ///< The service that computed it; empty for the others.
+  std::string code{};          ///< Its feature code; may be empty.
 };
 
 /// The points that a step uses and computes, in the order of its fields, each name once.

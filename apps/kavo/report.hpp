@@ -17,8 +17,8 @@ std::string TextReport(const Job& job, const std::vector<Outcome>& outcomes);
 /// both as the library's integer and in the job's notation. docs/report.schema.json describes it.
 std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes);
 
-/// The computed points as a list of name, north, east, elevation and description, with all digits:
-/// another job can read it as its control points.
+/// The computed points as a list of name, north, east, elevation and description (the
+/// feature code, or the service), with all digits: another job can read it as its control points.
 std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes);
 
 /// All points, lines and areas as GeoJSON in grid coordinates, which it says of itself.

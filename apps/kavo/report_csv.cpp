@@ -32,7 +32,8 @@ std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes) {
     if (!point.service.empty()) {
       fmt::format_to(std::back_inserter(out), "{},{},{},{},{}{}\n", CsvField(point.name),
                      point.at.north, point.at.east,
-                     HasElev(point.at) ? fmt::format("{}", point.at.elev) : "", point.service,
+                     HasElev(point.at) ? fmt::format("{}", point.at.elev) : "",
+                     CsvField(point.code.empty() ? point.service : point.code),
                      point.good ? "" : " (out of tolerance)");
     }
   }

@@ -25,6 +25,7 @@ Json PointFeature(const JobPoint& point) {
   if (!point.service.empty()) {
     properties["service"] = point.service;
     properties["good"] = point.good;
+    properties["code"] = point.code;
   }
   return Feature("Point", std::move(coordinates), std::move(properties));
 }
