@@ -16,9 +16,10 @@ bool OnEarth(Spot spot) {
   return std::fabs(spot.right) < kFarthest && std::fabs(spot.up) < kFarthest;
 }
 
-bool Same(const ScenePoint& one, const ScenePoint& other) {
-  return one.at.right == other.at.right && one.at.up == other.at.up &&
-         (one.name == other.name || other.name.empty());
+// A point without a name is any that lies there.
+bool IsSame(const ScenePoint& known, const ScenePoint& next) {
+  return known.at.right == next.at.right && known.at.up == next.at.up &&
+         (known.name == next.name || next.name.empty());
 }
 
 // One line set twice, but for what its directions are rounded to, has its ticks once.
@@ -62,7 +63,7 @@ void AddPoint(Scene& scene, ScenePoint point) {
     return;
   }
   const auto known = std::ranges::find_if(
-      scene.points, [&point](const ScenePoint& other) { return Same(other, point); });
+      scene.points, [&point](const ScenePoint& known) { return IsSame(known, point); });
   if (known == scene.points.end()) {
     scene.points.push_back(std::move(point));
     return;

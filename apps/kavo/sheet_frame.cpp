@@ -20,10 +20,19 @@ struct GridLine {
   std::string text;
 };
 
+// As many as a round interval has.
+int DecimalsOf(double interval) {
+  constexpr double kRounding = 1e-6;
+  int decimals = 0;
+  for (; std::fabs(interval - std::round(interval)) > kRounding * interval; interval *= 10.0) {
+    ++decimals;
+  }
+  return decimals;
+}
+
 std::vector<GridLine> GridLines(double from, double to, double interval, const Axis& axis) {
   std::vector<GridLine> lines;
-  const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(interval) - 1e-9)) +
-                                       (interval < 1.0 && std::fmod(interval * 100, 10) != 0));
+  const int decimals = DecimalsOf(interval);
   for (auto i = static_cast<std::int64_t>(std::ceil(from / interval));
        i <= static_cast<std::int64_t>(std::floor(to / interval)); ++i) {
     const double at = static_cast<double>(i) * interval;
@@ -76,7 +85,8 @@ void DrawLegendEntry(const LegendEntry& entry, PaperSpot at, SvgWriter& svg) {
 }
 
 PaperSpot LegendPlace(std::size_t index) {
-  return {kLegendLeft + kLegendColumn * static_cast<double>(index / kLegendRows),
+  const std::size_t column = index / kLegendRows;
+  return {kLegendLeft + kLegendColumn * static_cast<double>(column),
           kBlockTop + 3.0 + kLegendRow * static_cast<double>(index % kLegendRows)};
 }
 

@@ -71,15 +71,13 @@ std::string XmlText(std::string_view text) {
 }
 
 void SvgWriter::Open(std::string_view className, std::string_view attributes) {
-  fmt::format_to(std::back_inserter(out_), "<g class=\"{}\"{}{}>\n", className,
-                 attributes.empty() ? "" : " ", attributes);
+  fmt::format_to(std::back_inserter(out_), "<g class=\"{}\" {}>\n", className, attributes);
 }
 
 void SvgWriter::Polyline(std::string_view className, const std::vector<PaperSpot>& vertices) {
-  fmt::format_to(std::back_inserter(out_), "<polyline class=\"{}\" points=\"", className);
+  fmt::format_to(std::back_inserter(out_), R"(<polyline class="{}" points=")", className);
   for (const auto& spot : vertices) {
-    fmt::format_to(std::back_inserter(out_), "{}{:.2f},{:.2f}", &spot == &vertices[0] ? "" : " ",
-                   spot.fromLeft, spot.fromTop);
+    fmt::format_to(std::back_inserter(out_), "{:.2f},{:.2f} ", spot.fromLeft, spot.fromTop);
   }
   out_ += "\"/>\n";
 }

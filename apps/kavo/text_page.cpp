@@ -9,7 +9,9 @@ namespace {
 
 std::string_view HeadingOf(const Cell& cell) { return cell.heading; }
 // The unit of all angles stands at the head of the report.
-std::string_view UnitOf(const Cell& cell) { return cell.unit == "angle" ? "" : cell.unit; }
+std::string_view UnitOf(const Cell& cell) {
+  return cell.unit == "angle" ? std::string_view() : std::string_view(cell.unit);
+}
 std::string_view TextOf(const Cell& cell) { return cell.text; }
 
 }  // namespace
