@@ -130,7 +130,7 @@ class SheetDrawer {
       if (!kFrame.Holds(at)) {
         continue;
       }
-      svg_.Symbol(SymbolOf(point.role), at);
+      svg_.Symbol(SymbolOf(point.role), at, point.name);
       placer_.Block(Around(at, HalfSize(point.role) + kSymbolGap));
     }
     svg_.Close();

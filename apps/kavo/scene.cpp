@@ -63,7 +63,7 @@ void AddPoint(Scene& scene, ScenePoint point) {
     return;
   }
   const auto known = std::ranges::find_if(
-      scene.points, [&point](const ScenePoint& known) { return IsSame(known, point); });
+      scene.points, [&point](const ScenePoint& other) { return IsSame(other, point); });
   if (known == scene.points.end()) {
     scene.points.push_back(std::move(point));
     return;

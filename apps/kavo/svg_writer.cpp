@@ -88,9 +88,10 @@ void SvgWriter::Line(std::string_view className, PaperSpot from, PaperSpot to) {
                  className, from.fromLeft, from.fromTop, to.fromLeft, to.fromTop);
 }
 
-void SvgWriter::Symbol(std::string_view id, PaperSpot at) {
-  fmt::format_to(std::back_inserter(out_), "<use href=\"#{}\" x=\"{:.2f}\" y=\"{:.2f}\"/>\n", id,
-                 at.fromLeft, at.fromTop);
+void SvgWriter::Symbol(std::string_view id, PaperSpot at, std::string_view name) {
+  const auto title = name.empty() ? std::string() : fmt::format("<title>{}</title>", XmlText(name));
+  fmt::format_to(std::back_inserter(out_), R"(<use href="#{}" x="{:.2f}" y="{:.2f}">{}</use>{})",
+                 id, at.fromLeft, at.fromTop, title, '\n');
 }
 
 void SvgWriter::Text(std::string_view className, PaperSpot at, std::string_view text,

@@ -21,8 +21,9 @@ class SvgWriter {
   void Close() { out_ += "</g>\n"; }
   void Polyline(std::string_view className, const std::vector<PaperSpot>& vertices);
   void Line(std::string_view className, PaperSpot from, PaperSpot to);
-  /// A symbol that the head of the drawing defines.
-  void Symbol(std::string_view id, PaperSpot at);
+  /// A symbol that the head of the drawing defines; a viewer shows its name, if it has one, where
+  /// the mouse rests on it.
+  void Symbol(std::string_view id, PaperSpot at, std::string_view name = {});
   /// Text on its base line; `attributes` such as text-anchor or transform.
   void Text(std::string_view className, PaperSpot at, std::string_view text,
             std::string_view attributes = {});
