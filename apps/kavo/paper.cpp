@@ -44,8 +44,8 @@ double TextWidth(std::string_view text, double size) {
   return width * size;
 }
 
-std::vector<std::string> Wrapped(std::string_view text, double size, double width,
-                                 std::size_t mostLines) {
+std::vector<std::string> WrappedText(std::string_view text, double size, double width,
+                                     std::size_t mostLines) {
   std::vector<std::string> lines;
   while (!text.empty()) {
     if (TextWidth(text, size) <= width) {

@@ -51,8 +51,8 @@ inline constexpr PaperBox kFrame{17.0, 10.0, 287.0, 170.0};
 double TextWidth(std::string_view text, double size);
 
 /// The text in lines of at most a width; what does not fit in the last one is cut off with dots.
-std::vector<std::string> Wrapped(std::string_view text, double size, double width,
-                                 std::size_t mostLines);
+std::vector<std::string> WrappedText(std::string_view text, double size, double width,
+                                     std::size_t mostLines);
 
 /// The smallest of 1, 2, 2.5 and 5 times a power of ten that is not below a number above 0.
 double RoundUp(double number);

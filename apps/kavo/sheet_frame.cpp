@@ -113,7 +113,7 @@ void DrawTitle(const std::string& heading, const std::string& title,
   double base = kBlockTop + 4.0;
   const auto put = [&](std::string_view className, double size, std::size_t most,
                        const std::string& text) {
-    for (const auto& line : Wrapped(text, size, kTitleWidth, most)) {
+    for (const auto& line : WrappedText(text, size, kTitleWidth, most)) {
       svg.Text(className, {kFrame.left, base}, line);
       base += size * 1.25;
     }
