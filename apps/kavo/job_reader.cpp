@@ -42,7 +42,8 @@ toml::table ParseToml(const std::filesystem::path& path) {
   } catch (const toml::parse_error& error) {
     throw UserError(
         {path.string(), error.source().begin.line}, "",
-        fmt::format("is not valid TOML: {}", Shown(error.description(), kMostOfComplaint)));
+        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks",
+                    Shown(error.description(), kMostOfComplaint)));
   }
 }
 
@@ -115,6 +116,9 @@ class JobReader {
       ReadRows(step, service, step.TextOf(*each, "each"), group);
       return;
     }
+    if (!each->is_array()) {
+      step.Fail(*each, "each", "write a list of rows, or the name of a CSV file");
+    }
     for (const auto& element : step.ArrayOf(*each, "each")) {
       const auto& rowTable = step.TableOf(element, "each");
       const TomlReader row(rowTable, job_.file, LabelOf(rowTable), &table);
@@ -175,9 +179,9 @@ class JobReader {
   }
 
   static std::vector<bool> Given(const std::vector<Input>& inputs) {
-    std::vector<bool> given;
-    for (const auto& input : inputs) {
-      given.push_back(!input.text.empty());
+    std::vector<bool> given(inputs.size());
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+      given[i] = !inputs[i].text.empty();
     }
     return given;
   }
