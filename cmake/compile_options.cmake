@@ -8,7 +8,7 @@ target_compile_options(kavo_options INTERFACE -ffp-contract=off -Wall -Wextra -W
 if(KAVO_WERROR)
   target_compile_options(kavo_options INTERFACE -Werror)
 endif()
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(i.86|x86)$")
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(i.86|x86)$" AND NOT EMSCRIPTEN)
   target_compile_options(kavo_options INTERFACE -msse2 -mfpmath=sse)
 endif()
 if(KAVO_SANITIZE)
@@ -20,7 +20,8 @@ endif()
 add_library(kavo_library_options INTERFACE)
 target_link_libraries(kavo_library_options INTERFACE kavo_options)
 target_compile_definitions(kavo_library_options INTERFACE KAVO_BUILDING_LIBRARY)
-target_compile_options(kavo_library_options INTERFACE -fPIC -fvisibility=hidden
+target_compile_options(kavo_library_options INTERFACE -fvisibility=hidden
+  $<$<NOT:$<PLATFORM_ID:Emscripten,Generic,Windows>>:-fPIC>
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 # Whatever the tool chain's own defaults: nothing of the loaded library is both writable and

@@ -170,7 +170,8 @@ bool HoldsForAll(std::span<const MultiResectObs> work,
                  const kavo::ResectSolution& solution) noexcept {
   return std::isfinite(solution.sdNorth) && std::isfinite(solution.sdEast) &&
          solution.orient >= 0.0 && solution.orient < 2.0 * kavo::kPi &&
-         std::ranges::all_of(work, [&](const auto& rec) { return Holds(rec, solution); });
+         std::all_of(work.begin(), work.end(),
+                     [&](const auto& rec) { return Holds(rec, solution); });
 }
 
 std::int32_t Adjust(std::span<MultiResectObs> work, kavo::ResectSolution& solution) noexcept {

@@ -133,8 +133,8 @@ const std::map<std::string, Adapter>& Exports() {
 /// Where a path like out[1].north leads to.
 Json::json_pointer Pointer(std::string path) {
   std::erase(path, ']');
-  std::ranges::replace(path, '[', '/');
-  std::ranges::replace(path, '.', '/');
+  std::replace(path.begin(), path.end(), '[', '/');
+  std::replace(path.begin(), path.end(), '.', '/');
   return Json::json_pointer('/' + path);
 }
 
@@ -259,8 +259,8 @@ TEST_P(Published, Holds) {
 
 std::string TestName(const std::string& file, const std::string& title) {
   std::string name = file + "_" + title;
-  std::ranges::replace_if(
-      name, [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  std::replace_if(
+      name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
   return name;
 }
 
@@ -276,10 +276,12 @@ std::vector<PublishedCase> Cases() {
       throw std::runtime_error(entry.path().string() + ": count is not the number of cases");
     }
     for (const Json& body : group.at("cases")) {
-      cases.push_back({TestName(entry.path().stem(), body.at("name")), group.at("export"), body});
+      cases.push_back(
+          {TestName(entry.path().stem().string(), body.at("name")), group.at("export"), body});
     }
   }
-  std::ranges::sort(cases, {}, &PublishedCase::name);
+  std::sort(cases.begin(), cases.end(),
+            [](const auto& a, const auto& b) { return a.name < b.name; });
   return cases;
 }
 

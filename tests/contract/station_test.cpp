@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "sights.hpp"
 
@@ -14,7 +15,7 @@ constexpr IntAngle kHalf = ANGLE_HALF_CIRCLE;
 
 StnSetupResult ResectAngles(const StnDistObs (&sights)[3]) {
   StnAngleObs obs[3];
-  std::ranges::transform(sights, obs, [](const StnDistObs& sight) {
+  std::transform(std::begin(sights), std::end(sights), obs, [](const StnDistObs& sight) {
     return StnAngleObs{sight.point, sight.ha, sight.va, sight.heightTerm};
   });
   auto result = Untouched<StnSetupResult>();
@@ -94,7 +95,8 @@ Scene DrawScene(Random& random) {
       Pt(random.Metres(-1000, 1000), random.Metres(-1000, 1000), random.Metres(-100, 100), kFull);
   scene.orient = random.Angle(-kHalf, kHalf - 1);
   do {
-    std::ranges::generate(scene.sights, [&] { return DrawSight(random, scene); });
+    std::generate(std::begin(scene.sights), std::end(scene.sights),
+                  [&] { return DrawSight(random, scene); });
   } while (!IsOrdinary(scene.sights));
   return scene;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -27,8 +26,8 @@ T Untouched() {
 
 template <class T>
 bool SameBytes(const T& a, const T& b) {
-  using Bytes = std::array<std::byte, sizeof(T)>;
-  return std::bit_cast<Bytes>(a) == std::bit_cast<Bytes>(b);
+  static_assert(std::is_trivially_copyable_v<T>);
+  return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 template <class T>

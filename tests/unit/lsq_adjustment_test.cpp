@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
+#include <cmath>
+#include <cstring>
 #include <random>
 
 #include "fake_heap.hpp"
@@ -117,8 +118,7 @@ class Draw {
 
 // Any NaN is the same as any other.
 bool SameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b) ||
-         (std::isnan(a) && std::isnan(b));
+  return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
 }
 
 template <class Item>

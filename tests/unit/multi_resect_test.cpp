@@ -53,7 +53,8 @@ TEST(MultiResectionMemory, IsGivenBackWhateverRequestIsRefused) {
     }
     EXPECT_EQ(refusesRecords ? ERR_NO_MEMORY : ERR_REFUSED, answer.status);
     EXPECT_TRUE(IsUntouched(answer.result));
-    EXPECT_TRUE(std::ranges::all_of(answer.residuals, IsUntouched<MultiResectResidual>));
+    EXPECT_TRUE(std::all_of(answer.residuals.begin(), answer.residuals.end(),
+                            IsUntouched<MultiResectResidual>));
     return kavo::kEngineNoMemory;
   });
   EXPECT_EQ("......L....L", letters.substr(0, 12));

@@ -11,9 +11,13 @@
 // .vec files spell every number in bits, .rows files so that people can read them: tokens.hpp has
 // both spellings. After "let NAME WORD..." the word $NAME stands for those words.
 //
-// Prints each difference as one line, then "N passed, M failed"; exits 1 on any difference,
-// malformed row or file without a row. Of every call it also checks that the inputs are unchanged
-// and, of an export without state, that a second call answers the same.
+// Every output is compared to the bit; on machines with another mathematics library than the
+// reference machine, those that go through it may differ a little, and a row that begins with
+// "reference" is left out (yardstick.hpp).
+//
+// Prints each difference as one line, then how the outputs compared and "N passed, M failed"; exits
+// 1 on any difference, malformed row or file without a row. Of every call it also checks that the
+// inputs are unchanged and, of an export without state, that a second call answers the same.
 
 #include "replay.hpp"
 

@@ -49,7 +49,17 @@ class Replayer {
   }
 
   [[nodiscard]] bool Conclude() const {
+    const Deviations& seen = yardstick_.Seen();
+    std::printf(
+        "%d exact outputs, %d library outputs, other bits %d, beyond 2 ulp %d, turned %d, "
+        "worst %.1f ulp, %.1f units of turn, %d units of angle, %d other refusals\n",
+        seen.exactOutputs, seen.libraryOutputs, seen.otherBits, seen.beyondFewUlps, seen.turned,
+        seen.worstUlps, seen.worstTurn, seen.worstUnits, seen.otherRefusals);
     std::printf("%d passed, %d failed\n", passed_, failed_);
+    if (!yardstick_.StraysSeldom()) {
+      std::printf("too many outputs differ by more than 2 ulp\n");
+      return false;
+    }
     return failed_ == 0 && passed_ > 0;
   }
 
@@ -83,7 +93,7 @@ class Replayer {
   // Replays the row that is complete by now, if there is one, or keeps what `let NAME WORD...`
   // names.
   void Replay() {
-    const Line row = std::exchange(row_, {});
+    Line row = std::exchange(row_, {});
     if (row.empty()) {
       return;
     }
@@ -91,7 +101,15 @@ class Replayer {
       names_['$' + row[1]] = Line(row.begin() + 2, row.end());
       return;
     }
+    if (row.front() == "reference") {
+      if (!kIsReferenceMachine) {
+        comment_.clear();
+        return;
+      }
+      row.erase(row.begin());
+    }
     bool passed = true;
+    yardstick_.BeginRow();
     for (auto begin = row.begin();;) {
       const auto end = std::find(begin, row.end(), ";");
       passed = ReplayCall(Line(begin, end)) && passed;
@@ -104,16 +122,19 @@ class Replayer {
     comment_.clear();
   }
 
-  [[nodiscard]] bool ReplayCall(const Line& call) const {
+  bool ReplayCall(const Line& call) {
     const auto equals = std::find(call.begin(), call.end(), "=");
     const std::string name = call.empty() ? "" : call.front();
-    const auto function = std::ranges::find(functions_, name, &Export::name);
+    const auto function = std::find_if(functions_.begin(), functions_.end(),
+                                       [&](const Export& known) { return known.name == name; });
     if (function == functions_.end() || equals == call.end()) {
       Complain(name, "no call of an export");
       return false;
     }
-    Words inputs(Line(call.begin() + 1, equals), spelling_);
-    Words outputs(Line(equals + 1, call.end()), spelling_);
+    yardstick_.BeginCall(name);
+    NoteOutputs(equals + 1, call.end());
+    Words inputs(Line(call.begin() + 1, equals), spelling_, yardstick_);
+    Words outputs(Line(equals + 1, call.end()), spelling_, yardstick_);
     Complaints complaints;
     function->replay(inputs, outputs, complaints);
     if (complaints.empty() && !outputs.AreUsedUp()) {
@@ -123,6 +144,13 @@ class Replayer {
       Complain(name, complaint);
     }
     return complaints.empty();
+  }
+
+  // All at once, so that the order of the outputs has no part in how they are judged.
+  void NoteOutputs(Line::const_iterator begin, Line::const_iterator end) {
+    for (; spelling_ == Spelling::kBits && begin != end; ++begin) {
+      yardstick_.NoteOutput(Number<double>(*begin, spelling_).value_or(0.0));
+    }
   }
 
   void Complain(const std::string& name, const std::string& complaint) const {
@@ -138,6 +166,7 @@ class Replayer {
   Line row_;
   int rowNumber_ = 1;
   std::string comment_;
+  Yardstick yardstick_;
   int passed_ = 0;
   int failed_ = 0;
 };

@@ -3,7 +3,10 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <cstdlib>
+#include <cstring>
+#include <iomanip>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -53,11 +56,11 @@ std::optional<std::int64_t> Named(std::string_view word) {
   return {};
 }
 
-// All of the text as one number. What from_chars takes beside is the base or the format.
-template <class T, class How>
-std::optional<T> Whole(std::string_view text, How how) {
+// All of the text as one integer.
+template <class T>
+std::optional<T> Whole(std::string_view text, int base) {
   T value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, how);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
   return error == std::errc{} && end == text.data() + text.size() ? std::optional(value)
                                                                   : std::nullopt;
 }
@@ -66,28 +69,35 @@ template <class T>
 using BitsOf = std::conditional_t<sizeof(T) == 8, std::uint64_t,
                                   std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint16_t>>;
 
+// The same bytes as a value of another type.
+template <class To, class From>
+To Reinterpret(From from) {
+  static_assert(sizeof(To) == sizeof(From));
+  To to;
+  std::memcpy(&to, &from, sizeof to);
+  return to;
+}
+
 template <class T>
 BitsOf<T> Bits(T value) {
   return std::isnan(static_cast<double>(value)) ? static_cast<BitsOf<T>>(kCanonicalNan)
-                                                : std::bit_cast<BitsOf<T>>(value);
+                                                : Reinterpret<BitsOf<T>>(value);
 }
 
 template <class T>
 std::optional<T> FromBits(std::string_view word) {
   const auto bits = Whole<BitsOf<T>>(word, 16);
-  return bits && word.size() == 2 * sizeof(T) ? std::optional(std::bit_cast<T>(*bits))
-                                              : std::nullopt;
+  return bits && word.size() == 2 * sizeof(T) ? std::optional(Reinterpret<T>(*bits)) : std::nullopt;
 }
 
 std::optional<double> Real(std::string_view word) {
   if (const auto named = Named(word)) {
     return static_cast<double>(*named);
   }
-  const bool negative = word.starts_with('-');
-  const std::string_view size = word.substr(negative ? 1 : 0);
-  const auto value = size.starts_with("0x") ? Whole<double>(size.substr(2), std::chars_format::hex)
-                                            : Whole<double>(size, std::chars_format::general);
-  return value && negative ? -*value : value;
+  const std::string text(word);
+  char* end = nullptr;
+  const double value = std::strtod(text.c_str(), &end);
+  return !text.empty() && *end == '\0' ? std::optional(value) : std::nullopt;
 }
 
 // One term of a sum: a name, units or degrees.
@@ -136,14 +146,13 @@ std::optional<T> Number(std::string_view word, Spelling spelling) {
 
 template <class T>
 std::string Word(T value, Spelling spelling) {
-  std::array<char, 40> text;
-  char* const begin = text.data();
-  char* const end = begin + text.size();
+  std::ostringstream text;
   if (spelling == Spelling::kReadable) {
-    return {begin, std::to_chars(begin, end, value).ptr};
+    text << std::setprecision(17) << value;
+  } else {
+    text << std::hex << std::setfill('0') << std::setw(2 * sizeof value) << Bits(value);
   }
-  const std::string digits(begin, std::to_chars(begin, end, Bits(value), 16).ptr);
-  return std::string(2 * sizeof value - digits.size(), '0') + digits;
+  return text.str();
 }
 
 template <class T>

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "records.hpp"
+#include "yardstick.hpp"
 
 namespace kavo_test {
 
@@ -36,8 +37,8 @@ using Complaints = std::vector<std::string>;
 /// something harmless, and AreUsedUp() is false for the rest.
 class Words {
  public:
-  Words(std::vector<std::string> words, Spelling spelling)
-      : words_(std::move(words)), spelling_(spelling) {}
+  Words(std::vector<std::string> words, Spelling spelling, Yardstick& yardstick)
+      : words_(std::move(words)), spelling_(spelling), yardstick_(yardstick) {}
 
   /// True when all words were taken and each one fitted.
   [[nodiscard]] bool AreUsedUp() const { return fit_ && next_ == words_.size(); }
@@ -50,6 +51,9 @@ class Words {
     const auto number = Number<T>(Next(), spelling_);
     fit_ = fit_ && number.has_value();
     value = number.value_or(T{});
+    if constexpr (std::is_same_v<T, double>) {
+      yardstick_.NoteInput(value);
+    }
   }
 
   /// Readable records stand in parentheses and leave their reserved fields out; so do the inputs
@@ -63,14 +67,22 @@ class Words {
       }
       return value;
     });
+    if constexpr (std::is_same_v<T, LineDef>) {
+      if (record.mode != LINE_MODE_TWO_POINTS) {
+        yardstick_.NoteDirection();
+      }
+    }
     Parenthesis(")");
   }
 
-  /// Compares an output with the next word and complains of the difference.
+  /// Compares an output with the next word and complains of a difference, unless it is one that
+  /// the yardstick accepts.
   template <class T>
   void Compare(const std::string& what, T value, Complaints& complaints) {
     const std::string word = Next();
-    if (!Expects(word, value, spelling_)) {
+    const bool same = Expects(word, value, spelling_);
+    const T want = Number<T>(word, spelling_).value_or(value);
+    if (!yardstick_.Accepts(what, want, value, same)) {
       complaints.push_back(what + ": expected " + word + ", got " + Word(value, spelling_));
     }
   }
@@ -109,6 +121,7 @@ class Words {
 
   std::vector<std::string> words_;
   Spelling spelling_;
+  Yardstick& yardstick_;
   std::size_t next_ = 0;
   bool fit_ = true;
 };
