@@ -33,10 +33,11 @@ constexpr std::array kResectOut = {
     Field{"residuals", Kind::kResiduals, "what each sight is off: adjusted less measured"},
 };
 constexpr StatusRow kNotDetermined{
-    ERR_REFUSED, false,
+    KAVO_STATUS(ERR_REFUSED), false,
     "the sights do not determine the station: too few, in one line, or with a wrong reading"};
-constexpr StatusRow kNoMemory{ERR_NO_MEMORY, false, "there is not enough memory for the sights"};
-constexpr StatusRow kNoConvergence{ERR_INDETERMINATE, false,
+constexpr StatusRow kNoMemory{KAVO_STATUS(ERR_NO_MEMORY), false,
+                              "there is not enough memory for the sights"};
+constexpr StatusRow kNoConvergence{KAVO_STATUS(ERR_INDETERMINATE), false,
                                    "the adjustment does not settle: check the points and readings"};
 constexpr std::array kResectStatus = {
     kComputed, kNotDetermined, kNoMemory, kNoConvergence, kPointInvalid,
@@ -144,7 +145,8 @@ constexpr std::array kKnownLineStatus = {
     kNotDetermined,
     kNoMemory,
     kNoConvergence,
-    StatusRow{ERR_NO_DIRECTION, false, "the two points, or the sights to them, coincide"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the two points, or the sights to them, coincide"},
     kPointInvalid,
 };
 

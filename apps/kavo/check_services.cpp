@@ -14,8 +14,8 @@ namespace {
 
 // kavo's own status beside those of the exports.
 constexpr std::int32_t kOutOfTolerance = 1;
-constexpr StatusRow kWithin{STATUS_OK, true, "within tolerance"};
-constexpr StatusRow kOutside{kOutOfTolerance, true, "OUT OF TOLERANCE", false};
+constexpr StatusRow kWithin{KAVO_STATUS(STATUS_OK), true, "within tolerance"};
+constexpr StatusRow kOutside{kOutOfTolerance, "OUT_OF_TOLERANCE", true, "OUT OF TOLERANCE", false};
 
 // Collects what is out of tolerance; a difference that cannot be formed is not judged.
 class Judge {
@@ -117,7 +117,8 @@ constexpr std::array kBacksightOut = {
 constexpr std::array kBacksightStatus = {
     kWithin,
     kOutside,
-    StatusRow{ERR_NO_DIRECTION, false, "the station and the point coincide: give another point"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the station and the point coincide: give another point"},
     kPointInvalid,
 };
 
@@ -179,7 +180,8 @@ constexpr std::array kFacesOut = {
 constexpr std::array kFacesStatus = {
     kWithin,
     kOutside,
-    StatusRow{ERR_REFUSED, false, "a sight has one face only: give two rows for each point"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false,
+              "a sight has one face only: give two rows for each point"},
 };
 
 Answer FaceCheck(const Inputs& in) {

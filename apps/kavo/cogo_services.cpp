@@ -25,7 +25,7 @@ constexpr std::array kInverseOut = {
 };
 constexpr std::array kInverseStatus = {
     kComputed,
-    StatusRow{ERR_NO_DIRECTION, false,
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
               "the points coincide, so there is no direction: give two different points"},
     kPointInvalid,
 };

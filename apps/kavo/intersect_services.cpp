@@ -13,7 +13,8 @@ constexpr std::array kCrossLinesIn = {
 };
 constexpr std::array kCrossLinesStatus = {
     kComputed,
-    StatusRow{ERR_PARALLEL, false, "the lines are parallel: they do not meet in a point"},
+    StatusRow{KAVO_STATUS(ERR_PARALLEL), false,
+              "the lines are parallel: they do not meet in a point"},
     kLinePointsCoincide,
     kPointInvalid,
 };
@@ -35,10 +36,11 @@ constexpr std::array kCrossLineCircleOut = {
     Field{"second", Kind::kPoint, "the other one"},
 };
 constexpr std::array kCrossLineCircleStatus = {
-    StatusRow{2, true, "two points"},
-    StatusRow{1, true, "the line touches the circle in one point"},
-    StatusRow{0, false, "the line misses the circle: check the radius, the centre and the line"},
-    StatusRow{ERR_REFUSED, false, "the radius is negative: give 0 or more"},
+    StatusRow{2, "", true, "two points"},
+    StatusRow{1, "", true, "the line touches the circle in one point"},
+    StatusRow{0, "", false,
+              "the line misses the circle: check the radius, the centre and the line"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false, "the radius is negative: give 0 or more"},
     kLinePointsCoincide,
     kPointInvalid,
 };
@@ -65,10 +67,11 @@ constexpr std::array kCrossCirclesOut = {
     Field{"second", Kind::kPoint, "the one to its left"},
 };
 constexpr std::array kCrossCirclesStatus = {
-    StatusRow{2, true, "two points"},
-    StatusRow{1, true, "the circles touch in one point"},
-    StatusRow{0, false, "the circles do not meet: check the radii against the centres' distance"},
-    StatusRow{ERR_REFUSED, false,
+    StatusRow{2, "", true, "two points"},
+    StatusRow{1, "", true, "the circles touch in one point"},
+    StatusRow{0, "", false,
+              "the circles do not meet: check the radii against the centres' distance"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false,
               "a radius is not above 0, or both circles are the same one: give two circles"},
 };
 

@@ -3,12 +3,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
 
-#include "report.hpp"
-#include "run.hpp"
+#include "output_file.hpp"
+#include "run_command.hpp"
 #include "service.hpp"
 #include "user_error.hpp"
 
@@ -20,13 +21,6 @@ using namespace kavo_app;
 constexpr int kAllGood = 0;
 constexpr int kNotGood = 1;   // a step failed, was skipped or is out of tolerance
 constexpr int kBadInput = 2;  // nothing was run
-
-int Run(const std::string& file, bool json) {
-  const Job job = ReadJob(file);
-  const auto outcomes = RunJob(job);
-  fmt::print("{}", json ? JsonReport(job, outcomes) : TextReport(job, outcomes));
-  return std::ranges::all_of(outcomes, &Outcome::Good) ? kAllGood : kNotGood;
-}
 
 int List() {
   for (const auto& service : Services()) {
@@ -64,15 +58,23 @@ int Help(const std::string& name) {
   return kAllGood;
 }
 
+void AddRunOptions(CLI::App& run, RunOptions& options) {
+  run.add_option("JOB", options.job, "Job file (TOML)")->required();
+  run.add_flag("--json{-}", options.json, "Print the report as JSON; --json=FILE writes it");
+  run.add_option("--csv", options.csv, "Write the computed points as a list")->type_name("FILE");
+  run.add_option("--geojson", options.geojson, "Write points, lines and areas in grid coordinates")
+      ->type_name("FILE");
+  run.add_option("--svg", options.svg, "Draw plans, facades and sections")->type_name("FILE");
+  run.footer("A FILE of - stands for standard output, in place of the report.");
+}
+
 int Dispatch(int argc, char** argv) {
   CLI::App app{"Computes survey jobs with the kavostdlib library."};
   app.require_subcommand(1);
-  std::string job;
+  RunOptions options;
   std::string service;
-  bool json = false;
   auto* run = app.add_subcommand("run", "Run a job and print its report");
-  run->add_option("JOB", job, "Job file (TOML)")->required();
-  run->add_flag("--json", json, "Print the report as JSON");
+  AddRunOptions(*run, options);
   auto* list = app.add_subcommand("list", "List the services");
   auto* help = app.add_subcommand("help", "Show a service's fields, units and statuses");
   help->add_option("SERVICE", service, "Name of the service")->required();
@@ -87,14 +89,17 @@ int Dispatch(int argc, char** argv) {
   if (list->parsed()) {
     return List();
   }
-  return help->parsed() ? Help(service) : Run(job, json);
+  return help->parsed() ? Help(service) : RunCommand(options) ? kAllGood : kNotGood;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // what reads our output may stop early: then writing fails
   try {
-    return Dispatch(argc, argv);
+    const int code = Dispatch(argc, argv);
+    PrintOut("");
+    return code;
   } catch (const UserError& error) {
     fmt::print(stderr, "{}\n", error.what());
   } catch (const std::exception& error) {

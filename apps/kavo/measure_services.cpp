@@ -11,7 +11,7 @@ namespace {
 
 // --- remote elevation
 
-constexpr StatusRow kVertical{ERR_SIGHT_VERTICAL, false,
+constexpr StatusRow kVertical{KAVO_STATUS(ERR_SIGHT_VERTICAL), false,
                               "the sight is vertical: measure from farther away"};
 
 constexpr std::array kRemoteBaseIn = {
@@ -23,7 +23,7 @@ constexpr std::array kRemoteBaseOut = {
     Field{"base", Kind::kFigure, "the reflector, for steps of remote-elevation"},
 };
 constexpr std::array kRemoteBaseStatus = {
-    StatusRow{STATUS_OK, true, "the base is set"},
+    StatusRow{KAVO_STATUS(STATUS_OK), true, "the base is set"},
     kVertical,
 };
 
@@ -47,7 +47,7 @@ constexpr std::array kRemoteStatus = {
     kComputed,
     kNoBase,
     kVertical,
-    StatusRow{ERR_SIGHT_OFF_BASE, true,
+    StatusRow{KAVO_STATUS(ERR_SIGHT_OFF_BASE), true,
               "the sight is a quarter circle or more off the base, so there is no offset"},
 };
 
@@ -74,7 +74,8 @@ constexpr std::array kDistanceOut = {
 };
 constexpr std::array kDistanceStatus = {
     kComputed,
-    StatusRow{ERR_NO_DIRECTION, true, "the points have one plane position, so no azimuth"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), true,
+              "the points have one plane position, so no azimuth"},
     kPointInvalid,
 };
 
@@ -89,8 +90,9 @@ Answer Distance(const Inputs& in) {
 
 // --- slope staking
 
-constexpr StatusRow kSlopeVertical{WARN_SLOPE_VERTICAL, true, "the design slope is vertical"};
-constexpr StatusRow kSlopeLevel{WARN_SLOPE_LEVEL, true, "the design slope is level"};
+constexpr StatusRow kSlopeVertical{KAVO_STATUS(WARN_SLOPE_VERTICAL), true,
+                                   "the design slope is vertical"};
+constexpr StatusRow kSlopeLevel{KAVO_STATUS(WARN_SLOPE_LEVEL), true, "the design slope is level"};
 
 constexpr std::array kSlopeSetIn = {
     Field{"elev1", Kind::kLength, "elevation of the first design point"},
@@ -102,10 +104,10 @@ constexpr std::array kSlopeSetOut = {
     Field{"slope", Kind::kFigure, "the design slope, for steps of slope"},
 };
 constexpr std::array kSlopeSetStatus = {
-    StatusRow{STATUS_OK, true, "the slope is set"},
+    StatusRow{KAVO_STATUS(STATUS_OK), true, "the slope is set"},
     kSlopeVertical,
     kSlopeLevel,
-    StatusRow{ERR_REFUSED, false,
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false,
               "the design points are one point, or on opposite sides: give two on one side"},
 };
 
@@ -131,7 +133,7 @@ constexpr std::array kSlopeStatus = {
     kSlopeVertical,
     kSlopeLevel,
     kNoBase,
-    StatusRow{ERR_NO_DIRECTION, false,
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
               "the measured point is the centre line's point: measure one beside it"},
     kPointInvalid,
 };
@@ -158,8 +160,9 @@ constexpr std::array kTargetOut = {
 };
 constexpr std::array kTargetStatus = {
     kComputed,
-    StatusRow{ERR_REFUSED, false, "a distance is negative: give 0 or more"},
-    StatusRow{ERR_NO_DIRECTION, false, "the reflectors coincide: measure two different ones"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false, "a distance is negative: give 0 or more"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the reflectors coincide: measure two different ones"},
     kPointInvalid,
 };
 

@@ -19,7 +19,7 @@ constexpr Field kHaOut{"ha", Kind::kAzimuth, "horizontal reading to aim at it"};
 constexpr Field kVaOut{"va", Kind::kZenith, "zenith reading to aim at it"};
 constexpr Field kDistOut{"dist", Kind::kLength, "slope distance to it"};
 constexpr std::array kOffsetOut = {kPointOut, kHaOut, kVaOut, kDistOut};
-constexpr StatusRow kNoAim{ERR_REFUSED, false,
+constexpr StatusRow kNoAim{KAVO_STATUS(ERR_REFUSED), false,
                            "the point is where the instrument stands: it cannot be aimed at"};
 
 void SetUp(const Inputs& in) {
@@ -46,7 +46,8 @@ constexpr std::array kCorner3In = {
 };
 constexpr std::array kCorner3Status = {
     kComputed,
-    StatusRow{ERR_NO_DIRECTION, false, "the wall's points coincide: give two different points"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the wall's points coincide: give two different points"},
     kPointInvalid,
 };
 
@@ -72,9 +73,10 @@ constexpr std::array kCorner4In = {
 };
 constexpr std::array kCorner4Status = {
     kComputed,
-    StatusRow{ERR_INDETERMINATE, false,
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
               "the walls do not meet: they are parallel, or one is a point"},
-    StatusRow{ERR_NO_DIRECTION, false, "a wall's points coincide: give two different points"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "a wall's points coincide: give two different points"},
     kPointInvalid,
 };
 
@@ -101,9 +103,10 @@ constexpr std::array kEdgeIn = {
 constexpr std::array kEdgeStatus = {
     kComputed,
     kNoAim,
-    StatusRow{ERR_INDETERMINATE, false,
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
               "the edge is vertical, or the station lies in its vertical plane: move the station"},
-    StatusRow{ERR_NO_DIRECTION, false, "the edge's points coincide: give two different points"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the edge's points coincide: give two different points"},
     kPointInvalid,
 };
 
@@ -156,9 +159,9 @@ constexpr std::array kColumnOut = {
 };
 constexpr std::array kColumnStatus = {
     kComputed,
-    StatusRow{ERR_INDETERMINATE, false,
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
               "the edges are sighted in one direction or in opposite ones: sight both edges"},
-    StatusRow{ERR_POINT_INVALID, false,
+    StatusRow{KAVO_STATUS(ERR_POINT_INVALID), false,
               "a sight is vertical, or the surface is not sighted between the edges"},
 };
 

@@ -12,7 +12,7 @@ constexpr Field kStation{"station", Kind::kPoint,
                          "the instrument's station; heights need its elevation"};
 constexpr Field kHa{"ha", Kind::kAzimuth, "horizontal reading, either face"};
 constexpr Field kVa{"va", Kind::kZenith, "zenith reading"};
-constexpr StatusRow kOnPlane{ERR_INDETERMINATE, false,
+constexpr StatusRow kOnPlane{KAVO_STATUS(ERR_INDETERMINATE), false,
                              "the instrument stands in the plane: move it off the plane"};
 constexpr const char* kMissesPlane =
     "the sight does not meet the plane: it is parallel to it, vertical or leads away from it";
@@ -25,9 +25,11 @@ constexpr std::array kWallSetOut = {
     Field{"wall", Kind::kFigure, "the vertical plane, for steps of wall-point"},
 };
 constexpr std::array kWallSetStatus = {
-    StatusRow{STATUS_OK, true, "the plane is set"},
-    StatusRow{WARN_NO_ELEVATION, true, "the plane is set; its first point has no elevation"},
-    StatusRow{ERR_NO_DIRECTION, false, "the points coincide in plan: give two different points"},
+    StatusRow{KAVO_STATUS(STATUS_OK), true, "the plane is set"},
+    StatusRow{KAVO_STATUS(WARN_NO_ELEVATION), true,
+              "the plane is set; its first point has no elevation"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the points coincide in plan: give two different points"},
     kPointInvalid,
 };
 
@@ -52,7 +54,8 @@ constexpr std::array kWallPointOut = {
 };
 constexpr std::array kWallPointStatus = {
     kComputed,
-    StatusRow{WARN_NO_ELEVATION, true, "computed; the plane's first point has no elevation"},
+    StatusRow{KAVO_STATUS(WARN_NO_ELEVATION), true,
+              "computed; the plane's first point has no elevation"},
     kNoBase,
     kOnPlane,
 };
@@ -88,9 +91,10 @@ constexpr std::array kPlaneSetOut = {
     Field{"plane", Kind::kFigure, "the plane, for steps of plane-point"},
 };
 constexpr std::array kPlaneSetStatus = {
-    StatusRow{STATUS_OK, true, "the plane is set"},
-    StatusRow{ERR_NO_DIRECTION, false, "two of the points coincide: give different ones"},
-    StatusRow{ERR_INDETERMINATE, false, "the points lie in one line: give one off it"},
+    StatusRow{KAVO_STATUS(STATUS_OK), true, "the plane is set"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "two of the points coincide: give different ones"},
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false, "the points lie in one line: give one off it"},
     kPointInvalid,
 };
 

@@ -26,8 +26,8 @@ constexpr std::array kLineSetOut = {
     Field{"baseline", Kind::kFigure, "the base line, for steps of line-point"},
 };
 constexpr std::array kLineSetStatus = {
-    StatusRow{STATUS_OK, true, "the base line is set"},
-    StatusRow{ERR_NO_DIRECTION, false, "the ends coincide: give two different points"},
+    StatusRow{KAVO_STATUS(STATUS_OK), true, "the base line is set"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false, "the ends coincide: give two different points"},
     kPointInvalid,
 };
 
@@ -75,28 +75,29 @@ constexpr std::array kArcOut = {
     kArcLength,
     Field{"centralAngle", Kind::kAngle, "angle at the centre, with the sign of the radius"},
 };
-constexpr StatusRow kSameTangents{ERR_INDETERMINATE, false,
+constexpr StatusRow kSameTangents{KAVO_STATUS(ERR_INDETERMINATE), false,
                                   "both tangents have one azimuth: that is no arc"};
 
 constexpr std::array kArcByTangentsIn = {kStart, Field{"end", Kind::kPoint, "end of the arc"},
                                          kStartDir, kEndDir};
 constexpr std::array kArcByTangentsStatus = {
     kComputed,
-    StatusRow{ERR_NO_DIRECTION, false, "the ends coincide: give two different points"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false, "the ends coincide: give two different points"},
     kSameTangents,
     kPointInvalid,
 };
 constexpr std::array kArcByAngleIn = {kStart, kStartDir, kRadius, kEndDir};
 constexpr std::array kArcByAngleStatus = {
     kComputed,
-    StatusRow{ERR_REFUSED, false, "the radius is 0: give another"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false, "the radius is 0: give another"},
     kSameTangents,
     kPointInvalid,
 };
 constexpr std::array kArcByLengthIn = {kStart, kStartDir, kRadius, kArcLength};
 constexpr std::array kArcByLengthStatus = {
     kComputed,
-    StatusRow{ERR_REFUSED, false, "the radius is 0, or the length not above 0: give others"},
+    StatusRow{KAVO_STATUS(ERR_REFUSED), false,
+              "the radius is 0, or the length not above 0: give others"},
     kPointInvalid,
 };
 
@@ -133,7 +134,8 @@ constexpr std::array kArcPointOut = {
 };
 constexpr std::array kArcPointStatus = {
     kComputed,
-    StatusRow{ERR_NO_DIRECTION, false, "the point is the centre of the arc: it has no chainage"},
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false,
+              "the point is the centre of the arc: it has no chainage"},
     kPointInvalid,
 };
 

@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "faces.hpp"
+#include "geometry.hpp"
 #include "report.hpp"
 
 namespace kavo_app {
@@ -53,6 +56,12 @@ Json ResidualsJson(const std::vector<SightResidual>& residuals, AngleUnit unit) 
   return json;
 }
 
+Json PointsJson(const std::vector<CoordPt>& points) {
+  Json json = Json::array();
+  std::ranges::transform(points, std::back_inserter(json), PointJson);
+  return json;
+}
+
 Json ReadingJson(const Reading& reading, AngleUnit unit) {
   Json json{{"face", reading.face2 ? 2 : 1}, {"ha", AngleJson(reading.ha, unit)}};
   if (reading.va) {
@@ -71,7 +80,8 @@ Json ReadingJson(const Reading& reading, AngleUnit unit) {
 }
 
 Json SightJson(const Sight& sight, AngleUnit unit) {
-  Json json{{"sight", sight.name}};
+  Json json{{"sight", sight.name},
+            {"point", HasPosition(sight.point) ? PointJson(sight.point) : Json()}};
   if (!sight.code.empty()) {
     json["code"] = sight.code;
   }
@@ -123,6 +133,9 @@ Json ValueJson(const Value& value, AngleUnit unit) {
   if (const auto* line = std::get_if<LineDef>(&value)) {
     return LineJson(*line, unit);
   }
+  if (const auto* points = std::get_if<std::vector<CoordPt>>(&value)) {
+    return PointsJson(*points);
+  }
   if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
     return SightsJson(*sights, unit);
   }
@@ -140,7 +153,9 @@ Json InputsJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
     }
     const auto name = std::string(step.service->inputs[i].name);
     json[name] = {{"written", step.inputs[i].text}};
-    if (outcome.ran && Available(outcome.inputs[i])) {
+    const bool isBase =
+        step.service->inputs[i].kind == Kind::kFigure;  // its own step says all of it
+    if (outcome.ran && Available(outcome.inputs[i]) && !isBase) {
       json[name]["value"] = ValueJson(outcome.inputs[i], unit);
     }
   }
@@ -170,13 +185,19 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   Json json{{"name", step.name},
             {"service", step.service->name},
             {"export", step.service->exportName},
+            {"remark", step.note},
             {"inputs", InputsJson(step, outcome, unit)},
+            {"ran", outcome.ran},
+            {"success", outcome.success},
             {"good", outcome.Good()}};
   if (!step.code.empty()) {
     json["code"] = step.code;
   }
   if (outcome.ran) {
     json["status"] = outcome.status;
+    if (const auto name = FindStatus(*step.service, outcome.status)->name; !name.empty()) {
+      json["statusName"] = name;
+    }
   }
   json["meaning"] = outcome.sentence;
   if (!outcome.note.empty()) {
@@ -199,13 +220,15 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
 }  // namespace
 
 std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes) {
-  Json json{{"title", job.title},
+  Json json{{"format", "kavo report 1"},
+            {"title", job.title},
             {"source", job.source},
             {"job", job.file},
             {"lengths", "m"},
             {"areas", "m2"},
             {"angles", UnitText(job.angles)},
             {"settings", job.settingTexts},
+            {"good", std::ranges::all_of(outcomes, &Outcome::Good)},
             {"steps", Json::array()}};
   for (std::size_t i = 0; i < job.steps.size(); ++i) {
     json["steps"].push_back(StepJson(job.steps[i], outcomes[i], job.angles));

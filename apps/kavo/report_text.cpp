@@ -1,56 +1,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
-#include <optional>
+#include <iterator>
 #include <span>
 #include <string_view>
 
-#include "faces.hpp"
-#include "geometry.hpp"
-#include "plain_text.hpp"
+#include "number_text.hpp"
 #include "report.hpp"
+#include "report_sights.hpp"
 #include "service_rows.hpp"
 
 namespace kavo_app {
 namespace {
-
-const std::string kNone = "-";
-
-// Nothing has no sign.
-std::string ZeroUnsigned(std::string text) {
-  if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
-    text.erase(0, 1);
-  }
-  return text;
-}
-
-// Four decimals, a tenth of a millimetre.
-std::string NumberText(double number) {
-  constexpr double kReadable = 1e12;
-  return std::fabs(number) < kReadable ? ZeroUnsigned(fmt::format("{:.4f}", number))
-                                       : fmt::format("{}", number);
-}
-
-std::string DifferenceText(double number) {
-  const auto text = NumberText(number);
-  return text.starts_with('-') ? text : "+" + text;
-}
-
-std::string SecondsText(std::optional<IntAngle> angle) {
-  return angle ? ZeroUnsigned(fmt::format("{:.1f}", ArcSeconds(*angle))) : kNone;
-}
-
-std::string Millimetres(double metres) {
-  return ZeroUnsigned(fmt::format("{:.2f}", metres * 1000.0));
-}
-
-// One number of a result, with the heading that it has in a list or table.
-struct Cell {
-  std::string heading;
-  std::string unit;
-  std::string text;
-};
 
 // The elevation of a point, and in a list a point as a whole, shows only when it is there.
 void AddPointCells(const Value& value, const std::string& prefix, bool table,
@@ -82,60 +43,47 @@ class TextReporter {
       first = last;
     }
     Summary();
-    return std::move(out_);
+    return page_.Take();
   }
 
  private:
-  template <class... Args>
-  void Line(fmt::format_string<Args...> format, Args&&... args) {
-    fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
-    while (out_.ends_with(' ')) {
-      out_.pop_back();
-    }
-    out_ += '\n';
-  }
-
   void Heading() {
-    Line("{}", job_.title.empty() ? job_.file : job_.title);
+    page_.Line("{}", job_.title.empty() ? job_.file : job_.title);
     if (!job_.source.empty()) {
-      Line("source: {}", job_.source);
+      page_.Line("source: {}", job_.source);
     }
     for (const auto& setting : job_.settingTexts) {
-      Line("setting: {}", setting);
+      page_.Line("setting: {}", setting);
     }
-    Line("lengths in metres, areas in square metres, angles in {}", UnitText(job_.angles));
+    page_.Line("lengths in metres, areas in square metres, angles in {}", UnitText(job_.angles));
   }
 
   // The steps [first, last): one step as a list, several as a table.
   void Group(std::size_t first, std::size_t last) {
     const Step& step = job_.steps[first];
     const bool table = last - first > 1;
-    Line("");
-    Line("{}: {}, {}",
-         table ? fmt::format("{} to {}", step.name, job_.steps[last - 1].name) : step.name,
-         step.service->name, step.service->summary);
+    page_.Line("");
+    page_.Line("{}: {}, {}",
+               table ? fmt::format("{} to {}", step.name, job_.steps[last - 1].name) : step.name,
+               step.service->name, step.service->summary);
     if (!step.note.empty()) {
-      Line("  {}", step.note);
+      page_.Line("  {}", step.note);
     }
     if (!table && !step.code.empty()) {
-      Item("code", step.code);
+      page_.Item("code", step.code);
     }
     for (std::size_t i = 0; i < step.inputs.size(); ++i) {
       const bool sights = step.service->inputs[i].kind == Kind::kSights;
       if (!sights && !step.inputs[i].text.empty() && !(table && Varies(first, last, i))) {
-        Item(std::string(step.service->inputs[i].name), InputText(step, i));
+        page_.Item(std::string(step.service->inputs[i].name), InputText(step, i));
       }
     }
-    SightTables(outcomes_[first]);
+    PrintSights(outcomes_[first], job_.angles, page_);
     if (table) {
       Table(first, last);
     } else {
       Results(first);
     }
-  }
-
-  void Item(const std::string& heading, const std::string& text) {
-    Line("  {:<12} {}", heading, text);
   }
 
   static std::string InputText(const Step& step, std::size_t index) {
@@ -208,103 +156,26 @@ class TextReporter {
     const Step& step = job_.steps[index];
     const Outcome& outcome = outcomes_[index];
     if (!outcome.success) {
-      Item("status", outcome.sentence);
+      page_.Item("status", outcome.sentence);
     } else {
       for (const auto& cell : OutputCells(index, false)) {
         const bool bare = cell.text == kNone || cell.unit == "angle" || cell.unit.empty();
-        Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
+        page_.Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
       }
-      ResidualTables(outcome);
+      PrintResiduals(outcome, page_);
       if (!Remark(outcome).empty()) {
-        Item("status", outcome.sentence);
+        page_.Item("status", outcome.sentence);
       }
       if (!outcome.note.empty()) {
-        Item("note", outcome.note);
+        page_.Item("note", outcome.note);
       }
     }
     for (std::size_t i = 0; i < step.expected.size(); ++i) {
-      Item("expected",
-           fmt::format("{} {}, difference {} {}", ExpectedName(step, step.expected[i]),
-                       ValueText(step.expected[i].value), DifferenceTextOf(outcome.comparisons[i]),
-                       Verdict(outcome.comparisons[i])));
-    }
-  }
-
-  // The sights of a step, as the call got them: on face 1.
-  void SightTables(const Outcome& outcome) {
-    for (const auto& input : outcome.inputs) {
-      const auto* sights = std::get_if<std::vector<Sight>>(&input);
-      if (sights == nullptr || sights->empty()) {
-        continue;
-      }
-      std::vector<std::vector<Cell>> rows;
-      for (const auto& sight : *sights) {
-        const bool withDist = sight.slopeDist != 0.0;
-        rows.push_back({{"sight", "", sight.name},
-                        {"ha", "", AngleText(sight.ha, job_.angles)},
-                        {"va", "", AngleText(sight.va, job_.angles)},
-                        {"slopeDist", "m", withDist ? NumberText(sight.slopeDist) : kNone},
-                        {"horizDist", "m", withDist ? NumberText(sight.horizDist) : kNone},
-                        {"th", "m", NumberText(sight.targetHeight)},
-                        {"", "", sight.code}});
-      }
-      Rows(rows);
-      FacesTable(*sights);
-    }
-  }
-
-  static void AddReading(const Reading& reading, AngleUnit unit, std::vector<Cell>& cells) {
-    const double dist = reading.slopeDist != 0.0 ? reading.slopeDist : reading.horizDist;
-    const std::string face = reading.face2 ? " face 2" : " face 1";
-    cells.push_back({"ha" + face, "", AngleText(reading.ha, unit)});
-    cells.push_back({"va" + face, "", reading.va ? AngleText(*reading.va, unit) : kNone});
-    cells.push_back({"dist" + face, "m", dist != 0.0 ? NumberText(dist) : kNone});
-  }
-
-  // Pairs as they were read, and what they say of the instrument.
-  void FacesTable(const std::vector<Sight>& sights) {
-    std::vector<std::vector<Cell>> rows;
-    for (const auto& sight : sights) {
-      if (!sight.errors) {
-        continue;
-      }
-      std::vector<Cell> cells{{"both faces", "", sight.name}};
-      for (const auto& reading : sight.readings) {
-        AddReading(reading, job_.angles, cells);
-      }
-      cells.push_back({"collimation", "\"", SecondsText(sight.errors->collimation)});
-      cells.push_back({"index", "\"", SecondsText(sight.errors->index)});
-      cells.push_back({"", "", ""});
-      rows.push_back(std::move(cells));
-    }
-    if (rows.empty()) {
-      return;
-    }
-    Rows(rows);
-    const auto summary = SummaryOfFaces(sights);
-    Item("collimation", fmt::format("mean {}\", spread {}\"", SecondsText(summary.collimation),
-                                    SecondsText(summary.collimationSpread)));
-    if (summary.index) {
-      Item("index", fmt::format("mean {}\", spread {}\"", SecondsText(summary.index),
-                                SecondsText(summary.indexSpread)));
-    }
-  }
-
-  void ResidualTables(const Outcome& outcome) {
-    for (const auto& output : outcome.outputs) {
-      const auto* residuals = std::get_if<std::vector<SightResidual>>(&output);
-      if (residuals == nullptr || residuals->empty()) {
-        continue;
-      }
-      std::vector<std::vector<Cell>> rows;
-      for (const auto& residual : *residuals) {
-        rows.push_back({{"sight", "", residual.name},
-                        {"direction", "\"", fmt::format("{:.2f}", ArcSeconds(residual.direction))},
-                        {"distance", "mm", residual.dist ? Millimetres(*residual.dist) : kNone},
-                        {"elevation", "m", residual.elev ? NumberText(*residual.elev) : kNone},
-                        {"", "", ""}});
-      }
-      Rows(rows);
+      page_.Item(
+          "expected",
+          fmt::format("{} {}, difference {} {}", ExpectedName(step, step.expected[i]),
+                      ValueText(step.expected[i].value), DifferenceTextOf(outcome.comparisons[i]),
+                      Verdict(outcome.comparisons[i])));
     }
   }
 
@@ -405,50 +276,20 @@ class TextReporter {
     for (std::size_t i = first; i < last; ++i) {
       rows.push_back(TableRow(i, layout));
     }
-    Rows(rows);
-  }
-
-  void Rows(const std::vector<std::vector<Cell>>& rows) {
-    const auto widest = std::ranges::max_element(rows, {}, &std::vector<Cell>::size);
-    std::vector<std::size_t> widths;
-    for (const auto& cell : *widest) {
-      widths.push_back(std::max(Columns(cell.heading), Columns(UnitHeading(cell))));
-    }
-    for (const auto& row : rows) {
-      for (std::size_t i = 0; i + 1 < row.size(); ++i) {
-        widths[i] = std::max(widths[i], Columns(row[i].text));
-      }
-    }
-    TableLine(*widest, widths, [](const Cell& cell) { return cell.heading; });
-    TableLine(*widest, widths, UnitHeading);
-    for (const auto& row : rows) {
-      TableLine(row, widths, [](const Cell& cell) { return cell.text; });
-    }
-  }
-
-  static std::string UnitHeading(const Cell& cell) { return cell.unit == "angle" ? "" : cell.unit; }
-
-  // Name and verdict, the first and last cell, stand on the left; the verdict is as long as it
-  // needs.
-  void TableLine(const std::vector<Cell>& row, const std::vector<std::size_t>& widths, auto text) {
-    std::string line = fmt::format("  {:<{}}", text(row.front()), widths.front());
-    for (std::size_t i = 1; i + 1 < row.size(); ++i) {
-      line += fmt::format(" {:>{}}", text(row[i]), widths[i]);
-    }
-    Line("{}  {}", line, text(row.back()));
+    page_.Rows(rows);
   }
 
   void Summary() {
     const auto bad =
         std::ranges::count_if(outcomes_, [](const auto& outcome) { return !outcome.Good(); });
-    Line("");
-    Line("{} {}, {}", outcomes_.size(), outcomes_.size() == 1 ? "step" : "steps",
-         bad == 0 ? "all good" : fmt::format("{} not good", bad));
+    page_.Line("");
+    page_.Line("{} {}, {}", outcomes_.size(), outcomes_.size() == 1 ? "step" : "steps",
+               bad == 0 ? "all good" : fmt::format("{} not good", bad));
   }
 
   const Job& job_;
   const std::vector<Outcome>& outcomes_;
-  std::string out_;
+  TextPage page_;
 };
 
 }  // namespace

@@ -119,6 +119,7 @@ struct Field {
 /// A status that the service's export can return.
 struct StatusRow {
   std::int32_t code;
+  std::string_view name;  ///< Of the constant, such as "ERR_NO_BASE"; empty for a count of points.
   bool success;
   std::string_view sentence;  ///< What it means; for a failure also what to do.
   bool good = true;           ///< False for a check that has a result and is not passed.
@@ -173,6 +174,9 @@ struct Answer {
   /// Why there is no result although the export reports none missing; or empty.
   std::string trouble{};
 };
+
+/// The first two fields of a StatusRow from the constant, so that its name is written once.
+#define KAVO_STATUS(constant) (constant), #constant
 
 /// One service: a row of the table.
 struct Service {

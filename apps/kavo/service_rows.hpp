@@ -7,14 +7,15 @@
 
 namespace kavo_app {
 
-inline constexpr StatusRow kComputed{STATUS_OK, true, "computed"};
-inline constexpr StatusRow kPointInvalid{ERR_POINT_INVALID, false,
+inline constexpr StatusRow kComputed{KAVO_STATUS(STATUS_OK), true, "computed"};
+inline constexpr StatusRow kPointInvalid{KAVO_STATUS(ERR_POINT_INVALID), false,
                                          "a point has no position, or no elevation where one is "
                                          "needed: give its north and east, and elev"};
-inline constexpr StatusRow kNoBase{ERR_NO_BASE, false,
+inline constexpr StatusRow kNoBase{KAVO_STATUS(ERR_NO_BASE), false,
                                    "there is no base: set one in an earlier step"};
 inline constexpr StatusRow kLinePointsCoincide{
-    ERR_NO_DIRECTION, false, "the line's two points coincide: give two different points"};
+    KAVO_STATUS(ERR_NO_DIRECTION), false,
+    "the line's two points coincide: give two different points"};
 
 inline constexpr std::array kPointOut = {
     Field{"point", Kind::kPoint, "the computed point"},

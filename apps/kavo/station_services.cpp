@@ -31,8 +31,8 @@ Answer Benchmark(const Inputs& in) {
 
 // --- three-point resection
 
-constexpr StatusRow kNotThree{ERR_REFUSED, false, "this takes exactly three sights"};
-constexpr StatusRow kNotTwo{ERR_REFUSED, false, "this takes exactly two sights"};
+constexpr StatusRow kNotThree{KAVO_STATUS(ERR_REFUSED), false, "this takes exactly three sights"};
+constexpr StatusRow kNotTwo{KAVO_STATUS(ERR_REFUSED), false, "this takes exactly two sights"};
 
 constexpr std::array kResect3In = {
     Field{"sights", Kind::kSights, "three sights to known points"},
@@ -42,9 +42,9 @@ constexpr std::array kResect3Out = {kSetUpStation, kSetUpOrient};
 constexpr std::array kResect3Status = {
     kComputed,
     kNotThree,
-    StatusRow{ERR_SAME_DIRECTION, false,
+    StatusRow{KAVO_STATUS(ERR_SAME_DIRECTION), false,
               "two sights have one direction: sight points in three directions"},
-    StatusRow{ERR_INDETERMINATE, false,
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
               "the station lies on the circle through the points: choose other points"},
     kPointInvalid,
 };
@@ -83,9 +83,9 @@ constexpr std::array kResect2Out = {
 constexpr std::array kResect2Status = {
     kComputed,
     kNotTwo,
-    StatusRow{ERR_NO_DIRECTION, false, "the points, or the sights to them, coincide"},
-    StatusRow{ERR_NO_DISTANCE, false, "no sight has a distance: measure one or both"},
-    StatusRow{ERR_INDETERMINATE, false,
+    StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false, "the points, or the sights to them, coincide"},
+    StatusRow{KAVO_STATUS(ERR_NO_DISTANCE), false, "no sight has a distance: measure one or both"},
+    StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
               "the one distance is longer than that between the points: measure the other too"},
     kPointInvalid,
 };

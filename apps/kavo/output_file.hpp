@@ -1,0 +1,36 @@
+// Results written so that a reader finds all of them or nothing.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kavo_app {
+
+/// A file that is written aside and takes its name when it is kept. One that is not kept leaves
+/// nothing behind, and an older file of the name as it was. What is no regular file, such as a
+/// device, is written straight.
+class OutputFile {
+ public:
+  /// Writes the content aside.
+  /// @throws UserError  when it cannot be written whole.
+  OutputFile(const std::string& path, std::string_view content);
+  OutputFile(OutputFile&& other) noexcept;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  OutputFile& operator=(OutputFile&&) = delete;
+  ~OutputFile();
+
+  /// Gives the file its name.
+  /// @throws UserError  when it cannot.
+  void Keep();
+
+ private:
+  std::string path_;   // where it is to be
+  std::string aside_;  // where it is; empty when there is nothing to rename
+};
+
+/// Prints to standard output.
+/// @throws UserError  when it is closed early or its disk is full.
+void PrintOut(std::string_view text);
+
+}  // namespace kavo_app
