@@ -7,6 +7,7 @@
 #include <exception>
 #include <string>
 
+#include "pipe.hpp"
 #include "report.hpp"
 #include "run.hpp"
 #include "service.hpp"
@@ -71,6 +72,10 @@ int Dispatch(int argc, char** argv) {
   auto* run = app.add_subcommand("run", "Run a job and print its report");
   run->add_option("JOB", job, "Job file (TOML)")->required();
   run->add_flag("--json", json, "Print the report as JSON");
+  std::size_t firstLine = 1;
+  auto* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
+  pipe->add_option("--first-line", firstLine, "Number of the first line, in messages")
+      ->capture_default_str();
   auto* list = app.add_subcommand("list", "List the services");
   auto* help = app.add_subcommand("help", "Show a service's fields, units and statuses");
   help->add_option("SERVICE", service, "Name of the service")->required();
@@ -84,6 +89,9 @@ int Dispatch(int argc, char** argv) {
   }
   if (list->parsed()) {
     return List();
+  }
+  if (pipe->parsed()) {
+    return AnswerLines(firstLine) ? kAllGood : kNotGood;
   }
   return help->parsed() ? Help(service) : Run(job, json);
 }

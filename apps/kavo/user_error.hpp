@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace kavo_app {
 
@@ -19,8 +20,15 @@ struct UserError : std::runtime_error {
   /// @param field  what is wrong there, such as "step 3001: azimuth"; may be empty.
   /// @param advice  what is wrong with it and what would be right.
   UserError(const Place& place, const std::string& field, const std::string& advice)
+      : UserError(place, (field.empty() ? "" : field + ": ") + advice) {}
+
+  std::string complaint;  ///< The field and the advice, for who knows the place.
+
+ private:
+  UserError(const Place& place, std::string fieldAndAdvice)
       : std::runtime_error(place.file + (place.line > 0 ? ':' + std::to_string(place.line) : "") +
-                           ": " + (field.empty() ? "" : field + ": ") + advice) {}
+                           ": " + fieldAndAdvice),
+        complaint(std::move(fieldAndAdvice)) {}
 };
 
 }  // namespace kavo_app
