@@ -4,13 +4,37 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
 
-#include "shapes.hpp"
+#include "geometry.hpp"
 
 namespace kavo_app {
 namespace {
 
+constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
+// The library counts points and sights in 16 bits.
+constexpr std::size_t kMostRecords = std::numeric_limits<std::int16_t>::max();
 constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
+
+// A sight on face 1, with the horizontal part of a slope distance or the slope of a horizontal one.
+Sight Reduced(Sight sight) {
+  sight.va = Wrapped(sight.va);
+  sight.face2 = sight.va > ANGLE_HALF_CIRCLE;
+  if (sight.face2) {
+    sight.va = ANGLE_FULL_CIRCLE - sight.va;
+    sight.ha += ANGLE_HALF_CIRCLE;
+  }
+  sight.ha = Wrapped(sight.ha);
+  if (sight.slopeDist != 0.0) {
+    sight.horizDist = sight.slopeDist * std::sin(Radians(sight.va));
+    sight.heightDiff = sight.slopeDist * std::cos(Radians(sight.va));
+  } else {
+    sight.slopeDist = std::hypot(sight.horizDist, sight.heightDiff);
+  }
+  return sight;
+}
 
 std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {
   const auto fits = [&wanted](const Field& field) { return Fits(field, wanted); };
@@ -27,7 +51,7 @@ std::vector<std::string_view> ExpectableNames(const Service& service) {
   std::vector<std::string_view> names;
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
     if (i == onlyPoint) {
-      names.insert(names.end(), kPointKeys.begin(), kPointKeys.end());
+      names.insert(names.end(), kComponents.begin(), kComponents.end());
     } else if (ShowsItself(service.outputs[i].kind)) {
       names.push_back(service.outputs[i].name);
     }
@@ -38,8 +62,8 @@ std::vector<std::string_view> ExpectableNames(const Service& service) {
 }  // namespace
 
 CoordPt ReadPointTable(const TomlReader& point) {
-  point.Only(kPointKeys);
-  for (const auto name : {kPointKeys[0], kPointKeys[1]}) {
+  point.Only(kComponents);
+  for (const auto name : {kComponents[0], kComponents[1]}) {
     if (point.Find(name) == nullptr) {
       point.FailMissing(name, "a point has north and east, and may have elev");
     }
@@ -115,7 +139,7 @@ void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
     } else if (const auto* value = expect.Find(field.name)) {
       if (field.kind == Kind::kPoint) {
         const auto point = expect.Inner(expect.TableOf(*value, field.name), field.name);
-        point.Only(kPointKeys);
+        point.Only(kComponents);
         ReadExpectedPoint(point, i, out);
       } else {
         out.expected.push_back({i, "", Literal(expect, *value, field.name, field.kind)});
@@ -125,7 +149,7 @@ void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
 }
 
 void InputReader::ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out) {
-  for (const auto name : kPointKeys) {
+  for (const auto name : kComponents) {
     if (const auto* component = point.Find(name)) {
       out.expected.push_back({output, std::string(name), point.NumberOf(*component, name)});
     }
@@ -185,8 +209,9 @@ Input InputReader::ReadLine(const TomlReader& at, const toml::node& node,
   if (node.is_string()) {
     return ReadResult(at, node, field, at.TextOf(node, field.name));
   }
+  static constexpr std::array<std::string_view, 3> kKeys = {"from", "to", "azimuth"};
   const auto line = at.Inner(at.TableOf(node, field.name), field.name);
-  line.Only(kLineKeys);
+  line.Only(kKeys);
   const bool byPoints = line.Owns("to");
   if (byPoints == line.Owns("azimuth")) {
     line.FailMissing("to", "a line has from, and either to or azimuth");
@@ -220,7 +245,9 @@ Input InputReader::ReadSights(const TomlReader& at, const toml::node& node,
 
 // The point may come from an earlier step and is filled in when the step runs.
 Input InputReader::ReadSight(const TomlReader& at) const {
-  at.Only(kSightKeys);
+  static constexpr std::array<std::string_view, 7> kKeys = {
+      "point", "ha", "va", "slopeDist", "horizDist", "heightDiff", "th"};
+  at.Only(kKeys);
   if (at.Find("slopeDist") != nullptr && at.Find("horizDist") != nullptr) {
     at.Fail(*at.Find("horizDist"), "horizDist", "give either this or slopeDist");
   }

@@ -14,6 +14,10 @@ namespace {
 // Reports print metres and square metres to four decimals.
 constexpr double kLastDigit = 1e-4;
 
+// Where the first point of a moved scene comes to lie, in both coordinates, metres. At the origin
+// itself the cosine that a right angle should not have would survive being added to a coordinate.
+constexpr double kNearOrigin = 100.0;
+
 // What the coordinates of a scene are moved by, in whole metres so that nothing is rounded.
 struct Shift {
   double north = 0.0;
@@ -55,51 +59,54 @@ Value Moved(const Value& value, const Shift& shift) {
   return moved;
 }
 
-// The first point of a scene, rounded; nothing when there is none, or none with a number.
-Shift OriginOf(const std::vector<Value>& values) {
+// What brings the first point of a scene near the origin; nothing when it has none with a number.
+Shift ToOrigin(const std::vector<Value>& values) {
   for (const auto& value : values) {
     const CoordPt* point = std::get_if<CoordPt>(&value);
     if (const auto* line = std::get_if<LineDef>(&value)) {
       point = &line->p1;
     } else if (const auto* points = std::get_if<std::vector<CoordPt>>(&value)) {
       point = points->empty() ? nullptr : points->data();
+    } else if (const auto* figure = std::get_if<Figure>(&value)) {
+      return ToOrigin((*figure)->Values());
     }
     if (point != nullptr && std::isfinite(point->north) && std::isfinite(point->east)) {
-      return {std::round(point->north), std::round(point->east)};
+      return {kNearOrigin - std::round(point->north), kNearOrigin - std::round(point->east)};
     }
   }
   return {};
 }
 
-Answer CallNearOrigin(const Service& service, const Inputs& in, const Shift& origin) {
+Answer CallMoved(const Service& service, const Inputs& in, const Shift& shift) {
   std::vector<Value> values;
   for (const auto& value : in.Values()) {
-    values.push_back(Moved(value, origin.Back()));
+    values.push_back(Moved(value, shift));
   }
   Answer answer = service.call(Inputs(in.Fields(), std::move(values)));
   for (auto& output : answer.outputs) {
-    output = Moved(output, origin);
+    output = Moved(output, shift.Back());
   }
   return answer;
 }
 
 // Appends what differs in one number: its name and both values.
-void TellDifference(std::string_view name, double far, double near, std::string& told) {
-  if (std::fabs(far - near) > kLastDigit) {
-    told += fmt::format("{}{} {:.4f}, near the origin {:.4f}", told.empty() ? "" : "; ", name, far,
-                        near);
+void TellDifference(std::string_view name, double asGiven, double moved, std::string& told) {
+  if (std::fabs(asGiven - moved) > kLastDigit) {
+    told += fmt::format("{}{} {:.4f} instead of {:.4f}", told.empty() ? "" : ", ", name, moved,
+                        asGiven);
   }
 }
 
-void TellDifference(const Field& field, const Value& far, const Value& near, std::string& told) {
-  if (const auto* number = std::get_if<double>(&far)) {
-    TellDifference(field.name, *number, std::get<double>(near), told);
-  } else if (const auto* point = std::get_if<CoordPt>(&far)) {
-    const CoordPt& nearPoint = std::get<CoordPt>(near);
-    TellDifference(fmt::format("{}.north", field.name), point->north, nearPoint.north, told);
-    TellDifference(fmt::format("{}.east", field.name), point->east, nearPoint.east, told);
-    if (HasElev(*point) && HasElev(nearPoint)) {
-      TellDifference(fmt::format("{}.elev", field.name), point->elev, nearPoint.elev, told);
+void TellDifference(const Field& field, const Value& asGiven, const Value& moved,
+                    std::string& told) {
+  if (const auto* number = std::get_if<double>(&asGiven)) {
+    TellDifference(field.name, *number, std::get<double>(moved), told);
+  } else if (const auto* point = std::get_if<CoordPt>(&asGiven)) {
+    const CoordPt& other = std::get<CoordPt>(moved);
+    TellDifference(fmt::format("{}.north", field.name), point->north, other.north, told);
+    TellDifference(fmt::format("{}.east", field.name), point->east, other.east, told);
+    if (HasElev(*point) && HasElev(other)) {
+      TellDifference(fmt::format("{}.elev", field.name), point->elev, other.elev, told);
     }
   }
 }
@@ -109,43 +116,52 @@ bool Succeeded(const Service& service, const Answer& answer) {
   return row != nullptr && row->success;
 }
 
-// What the two calls disagree in; empty when they agree.
-std::string Disagreement(const Service& service, const Answer& far, const Answer& near) {
+// What the scene gives when it is moved, where that is something else; empty when it is not.
+std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
   std::string told;
-  if (far.status != near.status) {
-    const auto* row = FindStatus(service, near.status);
-    told = fmt::format("near the origin it is: {}", row != nullptr ? row->sentence : "no result");
+  if (asGiven.status != moved.status) {
+    const auto* row = FindStatus(service, moved.status);
+    told = row != nullptr ? row->sentence : "no result";
   }
-  if (!Succeeded(service, far) || !Succeeded(service, near)) {
+  if (!Succeeded(service, asGiven) || !Succeeded(service, moved)) {
     return told;
   }
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
-    if (far.outputs[i].index() == near.outputs[i].index()) {
-      TellDifference(service.outputs[i], far.outputs[i], near.outputs[i], told);
+    if (asGiven.outputs[i].index() == moved.outputs[i].index()) {
+      TellDifference(service.outputs[i], asGiven.outputs[i], moved.outputs[i], told);
     }
   }
   return told;
+}
+
+// Puts a warning where a reader of the answer must meet it.
+void Warn(const Service& service, const std::string& warning, Answer& answer) {
+  if (Succeeded(service, answer)) {
+    answer.note += (answer.note.empty() ? "" : "; ") + warning;
+  } else if (const auto* row = FindStatus(service, answer.status)) {
+    answer.trouble = fmt::format("{}; {}", row->sentence, warning);
+  }
 }
 
 }  // namespace
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
-  const Shift origin = service.losesDigits ? OriginOf(in.Values()) : Shift{};
-  if (origin.north == 0.0 && origin.east == 0.0) {
+  if (!service.losesDigits) {
     return answer;
   }
-  const auto told = Disagreement(service, answer, CallNearOrigin(service, in, origin));
-  if (told.empty()) {
+  const Shift shift = ToOrigin(in.Values());
+  if (shift.north == 0.0 && shift.east == 0.0) {
     return answer;
   }
-  constexpr auto kWarning =
-      "the instrument's formula loses digits this far from the origin of the coordinates";
-  const auto warning = fmt::format("warning: {}: {}", kWarning, told);
-  if (Succeeded(service, answer)) {
-    answer.note += (answer.note.empty() ? "" : "; ") + warning;
-  } else if (const auto* row = FindStatus(service, answer.status)) {
-    answer.trouble = fmt::format("{}; {}", row->sentence, warning);
+  const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
+  if (!told.empty()) {
+    Warn(
+        service,
+        fmt::format("warning: the instrument's formula loses digits at these coordinates; with all "
+                    "points moved by north {:.0f} m, east {:.0f} m the result is: {}",
+                    shift.north, shift.east, told),
+        answer);
   }
   return answer;
 }
