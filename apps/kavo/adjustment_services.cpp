@@ -6,16 +6,13 @@
 #include <cmath>
 
 #include "geometry.hpp"
+#include "plain_text.hpp"
 #include "service_families.hpp"
 #include "service_rows.hpp"
 #include "setup.hpp"
 
 namespace kavo_app {
 namespace {
-
-std::string Joined(const std::string& first, const std::string& second) {
-  return first + (first.empty() || second.empty() ? "" : "; ") + second;
-}
 
 // --- multi-point resection
 

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "plain_text.hpp"
+
 namespace kavo_app {
 namespace {
 
@@ -54,7 +56,7 @@ std::optional<double> PlainNumber(std::string_view text, bool whole) {
 }
 
 AngleReading Complain(std::string_view text, std::string_view what, AngleUnit unit) {
-  return {std::nullopt, fmt::format("\"{}\" {}; write an angle like {} ({})", text, what,
+  return {std::nullopt, fmt::format("{} {}; write an angle like {} ({})", Quoted(text), what,
                                     AngleExample(unit), UnitText(unit))};
 }
 

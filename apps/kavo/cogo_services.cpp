@@ -2,6 +2,7 @@
 #include <array>
 #include <cmath>
 
+#include "faces.hpp"
 #include "geometry.hpp"
 #include "service_families.hpp"
 #include "service_rows.hpp"
@@ -66,27 +67,29 @@ Answer Forward(const Inputs& in) {
 constexpr std::array kRadiateIn = {
     Field{"station", Kind::kPoint, "the instrument's station"},
     Field{"orient", Kind::kAzimuth, "azimuth of the circle's zero; 0 when absent", Need::kOptional},
-    Field{"ha", Kind::kAzimuth, "horizontal reading"},
-    Field{"va", Kind::kZenith, "zenith reading, either face; level when absent", Need::kOptional},
-    Field{"slopeDist", Kind::kLength, "slope distance"},
+    kHa,
+    kVa,
+    kFace,
+    Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf},
+    Field{"horizDist", Kind::kLength, "horizontal distance; without va there is no elevation",
+          Need::kOneOf},
     Field{"ih", Kind::kLength, "instrument height; 0 when absent", Need::kOptional},
     Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kHa2,
+    kVa2,
 };
 
 Answer Radiate(const Inputs& in) {
-  IntAngle ha = in.Angle("ha");
-  IntAngle va = Wrapped(in.Angle("va", ANGLE_QUARTER_CIRCLE));
-  if (va > ANGLE_HALF_CIRCLE) {  // a face-2 reading
-    va = ANGLE_FULL_CIRCLE - va;
-    ha += ANGLE_HALF_CIRCLE;
-  }
-  const double slopeDist = in.Number("slopeDist");
-  const AngDistRec polar{
-      Wrapped(in.Angle("orient", 0) + ha), va, slopeDist, slopeDist * std::sin(Radians(va)),
-      slopeDist * std::cos(Radians(va)) + in.Number("ih", 0.0) - in.Number("th", 0.0)};
+  const auto [sight, trouble, note] = PointingOf(in);
+  const AngDistRec polar{Wrapped(in.Angle("orient", 0) + sight.ha), sight.va, sight.slopeDist,
+                         sight.horizDist,
+                         sight.heightDiff + in.Number("ih", 0.0) - sight.targetHeight};
   CoordPt out{};
   const auto status = KavoCogoAngDistToCoord(&in.Point("station"), &polar, &out);
-  return {status, {OrNothing(out)}};
+  if (in.Has("horizDist") && !in.Has("va")) {
+    out.flags = static_cast<std::uint16_t>(out.flags & COORD_HAS_NE);
+  }
+  return {status, {OrNothing(out)}, note, trouble};
 }
 
 // --- grade

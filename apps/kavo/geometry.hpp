@@ -24,6 +24,9 @@ constexpr double Radians(IntAngle angle) {
   return static_cast<double>(angle) * (std::numbers::pi / ANGLE_HALF_CIRCLE);
 }
 
+/// Arc-seconds of an angle.
+constexpr double ArcSeconds(IntAngle angle) { return static_cast<double>(angle) / 16.0; }
+
 /// Whether the point's elevation is known.
 constexpr bool HasElev(const CoordPt& point) { return (point.flags & COORD_HAS_ELEV) != 0; }
 

@@ -4,37 +4,19 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 
-#include "geometry.hpp"
+#include "plain_text.hpp"
+#include "sight_reader.hpp"
 
 namespace kavo_app {
 namespace {
 
 constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
-// The library counts points and sights in 16 bits.
-constexpr std::size_t kMostRecords = std::numeric_limits<std::int16_t>::max();
+// The library counts points in 16 bits.
+constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
-
-// A sight on face 1, with the horizontal part of a slope distance or the slope of a horizontal one.
-Sight Reduced(Sight sight) {
-  sight.va = Wrapped(sight.va);
-  sight.face2 = sight.va > ANGLE_HALF_CIRCLE;
-  if (sight.face2) {
-    sight.va = ANGLE_FULL_CIRCLE - sight.va;
-    sight.ha += ANGLE_HALF_CIRCLE;
-  }
-  sight.ha = Wrapped(sight.ha);
-  if (sight.slopeDist != 0.0) {
-    sight.horizDist = sight.slopeDist * std::sin(Radians(sight.va));
-    sight.heightDiff = sight.slopeDist * std::cos(Radians(sight.va));
-  } else {
-    sight.slopeDist = std::hypot(sight.horizDist, sight.heightDiff);
-  }
-  return sight;
-}
 
 std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {
   const auto fits = [&wanted](const Field& field) { return Fits(field, wanted); };
@@ -166,7 +148,7 @@ Input InputReader::ReadNode(const TomlReader& at, const toml::node& node,
     case Kind::kLine:
       return ReadLine(at, node, field);
     case Kind::kSights:
-      return ReadSights(at, node, field);
+      return ReadSights(*this, at, node, field);
     case Kind::kFigure:
       return ReadResult(at, node, field, at.TextOf(node, field.name));
     default:
@@ -191,7 +173,7 @@ Input InputReader::ReadPoint(const TomlReader& at, const toml::node& node,
 Input InputReader::ReadPoints(const TomlReader& at, const toml::node& node,
                               const Field& field) const {
   const auto& list = at.ArrayOf(node, field.name);
-  if (list.size() > kMostRecords) {
+  if (list.size() > kMostPoints) {
     at.Fail(node, field.name, "has more than 32767 points");
   }
   const Field corner{field.name, Kind::kPoint, field.meaning};
@@ -228,53 +210,6 @@ Input InputReader::ReadLine(const TomlReader& at, const toml::node& node,
   return input;
 }
 
-Input InputReader::ReadSights(const TomlReader& at, const toml::node& node,
-                              const Field& field) const {
-  const auto& list = at.ArrayOf(node, field.name);
-  if (list.size() > kMostRecords) {
-    at.Fail(node, field.name, "has more than 32767 sights");
-  }
-  Input input;
-  input.value = std::vector<Sight>();
-  for (const auto& element : list) {
-    input.parts.push_back(ReadSight(at.Inner(at.TableOf(element, field.name), field.name)));
-    input.text += (input.text.empty() ? "" : " ") + input.parts.back().text;
-  }
-  return input;
-}
-
-// The point may come from an earlier step and is filled in when the step runs.
-Input InputReader::ReadSight(const TomlReader& at) const {
-  static constexpr std::array<std::string_view, 7> kKeys = {
-      "point", "ha", "va", "slopeDist", "horizDist", "heightDiff", "th"};
-  at.Only(kKeys);
-  if (at.Find("slopeDist") != nullptr && at.Find("horizDist") != nullptr) {
-    at.Fail(*at.Find("horizDist"), "horizDist", "give either this or slopeDist");
-  }
-  const auto angle = [&](std::string_view name, IntAngle absent) {
-    const auto* node = at.Find(name);
-    return node != nullptr ? AngleOf(at, *node, name) : absent;
-  };
-  if (at.Find("ha") == nullptr) {
-    at.FailMissing("ha", "a sight has a horizontal reading");
-  }
-  Input input;
-  if (at.Find("point") != nullptr) {
-    input.parts.push_back(Read(at, {"point", Kind::kPoint, "the sighted point"}));
-    input.text = input.parts[0].text;
-  }
-  Sight sight;
-  sight.name = input.text;
-  sight.ha = angle("ha", 0);
-  sight.va = angle("va", ANGLE_QUARTER_CIRCLE);
-  sight.slopeDist = at.Number("slopeDist", 0.0);
-  sight.horizDist = at.Number("horizDist", 0.0);
-  sight.heightDiff = at.Number("heightDiff", 0.0);
-  sight.targetHeight = at.Number("th", 0.0);
-  input.value = std::vector<Sight>{Reduced(std::move(sight))};
-  return input;
-}
-
 Input InputReader::ReadScalar(const TomlReader& at, const toml::node& node,
                               const Field& field) const {
   const auto text = node.value_or(std::string_view());
@@ -294,11 +229,10 @@ Input InputReader::ReadResult(const TomlReader& at, const toml::node& node, cons
                               std::string_view text) const {
   const auto result = names_.FindResult(text, field);
   if (!result) {
-    at.Fail(
-        node, field.name,
-        fmt::format("\"{}\" is neither a control point nor a fitting result of an earlier step; "
-                    "wanted is: {}",
-                    text, field.meaning));
+    at.Fail(node, field.name,
+            fmt::format("{} is neither a control point nor a fitting result of an earlier step; "
+                        "wanted is: {}",
+                        Quoted(text), field.meaning));
   }
   return {{}, result, {}, std::string(text)};
 }

@@ -1,6 +1,7 @@
 // The inputs and expectations of a step, read from its tables and tied to points and results.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -41,10 +42,18 @@ CoordPt ReadPointTable(const TomlReader& point);
 /// Reads single inputs; throws UserError for what is mistyped or refers to nothing.
 class InputReader {
  public:
-  InputReader(const Names& names, AngleUnit angles) : names_(names), angles_(angles) {}
+  /// @param folder  where files lie that a step names.
+  InputReader(const Names& names, AngleUnit angles, std::filesystem::path folder)
+      : names_(names), angles_(angles), folder_(std::move(folder)) {}
 
   /// Reads a field of a step; an empty Input when an optional one is absent.
   Input Read(const TomlReader& step, const Field& field) const;
+
+  /// Reads an angle in the job's notation.
+  IntAngle AngleOf(const TomlReader& at, const toml::node& node, std::string_view name) const;
+
+  /// The folder of the files that a step names.
+  const std::filesystem::path& Folder() const { return folder_; }
 
   /// Reads what a step expects of its outputs, with its tolerances.
   void ReadExpectations(const TomlReader& step, Step& out) const;
@@ -54,18 +63,15 @@ class InputReader {
   Input ReadPoint(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadPoints(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadLine(const TomlReader& at, const toml::node& node, const Field& field) const;
-  Input ReadSights(const TomlReader& at, const toml::node& node, const Field& field) const;
-  Input ReadSight(const TomlReader& at) const;
   Input ReadScalar(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
                    std::string_view text) const;
   static void ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out);
   Value Literal(const TomlReader& at, const toml::node& node, std::string_view name,
                 Kind kind) const;
-  IntAngle AngleOf(const TomlReader& at, const toml::node& node, std::string_view name) const;
-
   const Names& names_;
   AngleUnit angles_;
+  std::filesystem::path folder_;
 };
 
 }  // namespace kavo_app

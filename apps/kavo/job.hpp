@@ -39,6 +39,7 @@ struct Step {
   const Service* service = nullptr;
   std::string name;           ///< As the job names it, or "step 3".
   std::string note;           ///< The job's remark; may be empty.
+  std::string code;           ///< The feature code of a measured point; may be empty.
   std::size_t group = 0;      ///< Steps of one `each` share their group.
   std::vector<Input> inputs;  ///< One for each input field of the service.
   std::vector<bool> varies;   ///< For each input: given in the row of an `each`, not for all.

@@ -4,9 +4,11 @@
 #include <array>
 #include <fstream>
 
+#include "csv_tables.hpp"
 #include "input_reader.hpp"
 #include "job.hpp"
 #include "job_settings.hpp"
+#include "plain_text.hpp"
 #include "toml_reader.hpp"
 
 namespace kavo_app {
@@ -14,12 +16,16 @@ namespace {
 
 constexpr std::array<std::string_view, 7> kJobKeys = {"title",  "source",  "angles", "settings",
                                                       "points", "control", "step"};
-constexpr std::array<std::string_view, 7> kStepKeys = {
-    "service", "name", "note", "each", "expect", "tolerance", "angle-tolerance"};
+constexpr std::array<std::string_view, 8> kStepKeys = {
+    "service", "name", "note", "code", "each", "expect", "tolerance", "angle-tolerance"};
 
 std::vector<std::string_view> KnownStepKeys(const Service& service) {
   std::vector<std::string_view> known(kStepKeys.begin(), kStepKeys.end());
-  std::ranges::transform(service.inputs, std::back_inserter(known), &Field::name);
+  for (const auto& field : service.inputs) {
+    if (std::ranges::find(known, field.name) == known.end()) {
+      known.push_back(field.name);
+    }
+  }
   return known;
 }
 
@@ -101,6 +107,10 @@ class JobReader {
       AddStep(step, service, group);
       return;
     }
+    if (each->is_string()) {
+      ReadRows(step, service, step.TextOf(*each, "each"), group);
+      return;
+    }
     for (const auto& element : step.ArrayOf(*each, "each")) {
       const auto& rowTable = step.TableOf(element, "each");
       const TomlReader row(rowTable, job_.file, LabelOf(rowTable), &table);
@@ -109,10 +119,20 @@ class JobReader {
     }
   }
 
+  // One step for every row of a CSV file.
+  void ReadRows(const TomlReader& step, const Service& service, const std::string& file,
+                std::size_t group) {
+    auto columns = KnownStepKeys(service);
+    std::erase_if(columns, [](auto key) { return key == "service" || key == "each"; });
+    for (const auto& [place, table] : ReadCsvTables(path_.parent_path() / file, columns)) {
+      AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
+    }
+  }
+
   // What messages call the step that a table makes.
   std::string LabelOf(const toml::table& table) const {
     const auto* name = table.get_as<std::string>("name");
-    return name != nullptr ? fmt::format("step \"{}\"", name->get())
+    return name != nullptr ? fmt::format("step {}", Quoted(name->get()))
                            : fmt::format("step {}", job_.steps.size() + 1);
   }
 
@@ -124,25 +144,38 @@ class JobReader {
     const auto name = step.TextOf(*node, "service");
     const auto* service = FindService(name);
     if (service == nullptr) {
-      step.Fail(*node, "service", fmt::format("\"{}\" is no service; kavo list names them", name));
+      step.Fail(*node, "service",
+                fmt::format("{} is no service; kavo list names them", Quoted(name)));
     }
     return *service;
   }
 
   void AddStep(const TomlReader& reader, const Service& service, std::size_t group) {
-    const InputReader inputs(names_, job_.angles);
+    const InputReader inputs(names_, job_.angles, path_.parent_path());
     Step step;
     step.service = &service;
     step.group = group;
     step.name = NameOf(reader);
     step.note = reader.Text("note");
+    step.code = reader.Text("code");
     for (const auto& field : service.inputs) {
       step.inputs.push_back(inputs.Read(reader, field));
       step.varies.push_back(reader.Owns(field.name));
     }
+    if (const auto trouble = ChoiceTrouble(service, Given(step.inputs)); !trouble.empty()) {
+      reader.FailHere(service.name, trouble);
+    }
     inputs.ReadExpectations(reader, step);
     names_.AddStep(step.name, service, job_.steps.size());
     job_.steps.push_back(std::move(step));
+  }
+
+  static std::vector<bool> Given(const std::vector<Input>& inputs) {
+    std::vector<bool> given;
+    for (const auto& input : inputs) {
+      given.push_back(!input.text.empty());
+    }
+    return given;
   }
 
   std::string NameOf(const TomlReader& reader) const {
@@ -152,8 +185,9 @@ class JobReader {
     }
     auto name = reader.TextOf(*node, "name");
     if (name.empty() || names_.Taken(name)) {
-      reader.Fail(*node, "name",
-                  fmt::format("\"{}\" is taken or empty; give each point and step its own", name));
+      reader.Fail(
+          *node, "name",
+          fmt::format("{} is taken or empty; give each point and step its own", Quoted(name)));
     }
     return name;
   }

@@ -3,10 +3,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
 
+#include "help.hpp"
 #include "pipe.hpp"
 #include "report.hpp"
 #include "run.hpp"
@@ -30,36 +32,24 @@ int Run(const std::string& file, bool json) {
 }
 
 int List() {
-  for (const auto& service : Services()) {
-    fmt::print("{:<22} {}\n", service.name, service.summary);
-  }
+  fmt::print("{}", ServiceList());
   return kAllGood;
 }
 
-void PrintField(const Field& field) {
-  const auto& info = InfoOf(field.kind);
-  const auto unit =
-      info.unit == "angle" || info.unit.empty() ? std::string() : fmt::format(" [{}]", info.unit);
-  fmt::print("  {:<12} {}{}{}\n", field.name, field.meaning, unit,
-             field.need == Need::kOptional ? " (optional)" : "");
-}
-
-int Help(const std::string& name) {
+int Help(const CLI::App& app, const std::string& name, bool man) {
+  if (man) {
+    fmt::print("{}", ManPage(app));
+    return kAllGood;
+  }
+  if (name.empty()) {
+    fmt::print("{}", app.help());
+    return kAllGood;
+  }
   const auto* service = FindService(name);
   if (service == nullptr) {
     throw UserError({"kavo help", 0}, name, "is no service; kavo list names them");
   }
-  fmt::print("{}: {}\n\ninputs\n", service->name, service->summary);
-  for (const auto& field : service->inputs) {
-    PrintField(field);
-    fmt::print("  {:<12}   {}\n", "", InfoOf(field.kind).writing);
-  }
-  fmt::print("\noutputs\n");
-  std::ranges::for_each(service->outputs, PrintField);
-  fmt::print("\nstatuses of {}\n", service->exportName);
-  for (const auto& status : service->statuses) {
-    fmt::print("  {:<12} {}\n", status.code, status.sentence);
-  }
+  fmt::print("{}", ServiceHelp(*service, MayColour()));
   return kAllGood;
 }
 
@@ -74,11 +64,15 @@ int Dispatch(int argc, char** argv) {
   run->add_flag("--json", json, "Print the report as JSON");
   std::size_t firstLine = 1;
   auto* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
+  pipe->footer("kavo help SERVICE shows a request of each service.");
   pipe->add_option("--first-line", firstLine, "Number of the first line, in messages")
       ->capture_default_str();
   auto* list = app.add_subcommand("list", "List the services");
-  auto* help = app.add_subcommand("help", "Show a service's fields, units and statuses");
-  help->add_option("SERVICE", service, "Name of the service")->required();
+  auto* help =
+      app.add_subcommand("help", "Show a service's fields, units and statuses, with an example");
+  help->add_option("SERVICE", service, "Name of the service; the commands when absent");
+  bool man = false;
+  help->add_flag("--man", man, "Print the manual page, for man -l -");
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& success) {
@@ -93,12 +87,13 @@ int Dispatch(int argc, char** argv) {
   if (pipe->parsed()) {
     return AnswerLines(firstLine) ? kAllGood : kNotGood;
   }
-  return help->parsed() ? Help(service) : Run(job, json);
+  return help->parsed() ? Help(app, service, man) : Run(job, json);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // what reads our output may stop early: then writing fails
   try {
     return Dispatch(argc, argv);
   } catch (const UserError& error) {

@@ -39,6 +39,7 @@ void AppendResult(std::string& out, std::string_view id, const Request& request,
   AppendId(out, id);
   fmt::format_to(std::back_inserter(out), R"("status":{},"meaning":)", outcome.status);
   AppendJsonText(out, outcome.sentence);
+  out += outcome.passed ? "" : R"(,"passed":false)";
   if (!outcome.note.empty()) {
     out += R"(,"note":)";
     AppendJsonText(out, outcome.note);
@@ -100,7 +101,7 @@ bool LineAnswerer::Answer(std::string_view line, std::size_t number, std::string
     } else {
       AppendError(out, id_, outcome.sentence, number, outcome.status);
     }
-    return outcome.success;
+    return outcome.Good();
   } catch (const UserError& error) {
     AppendError(out, id_, error.complaint, number, std::nullopt);
     return false;

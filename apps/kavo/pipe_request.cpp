@@ -2,11 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <limits>
+#include <new>
 #include <optional>
 
+#include "input_reader.hpp"
 #include "job_settings.hpp"
-#include "shapes.hpp"
+#include "json_toml.hpp"
+#include "sight_reader.hpp"
 #include "user_error.hpp"
 
 namespace kavo_app {
@@ -14,6 +19,10 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kRequestKeys = {"service", "id", "angles", "settings"};
 constexpr std::string_view kSet = "set";
+constexpr std::array<std::string_view, 3> kPointKeys = {"north", "east", "elev"};
+constexpr std::array<std::string_view, 3> kLineKeys = {"from", "to", "azimuth"};
+// The library counts points in 16 bits.
+constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 // A request, its set, a list, a line or sight and a point need six.
 constexpr std::size_t kDeepest = 16;
 
@@ -88,56 +97,53 @@ LineDef LineOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
   return line;
 }
 
-Sight SightOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
-  const JsonFields fields(JsonObject(node, place), place, kSightKeys);
-  if (fields.Find("slopeDist") != nullptr && fields.Find("horizDist") != nullptr) {
-    fields.PlaceOf("horizDist").Fail("give either this or slopeDist");
-  }
-  Sight sight;
-  sight.name = fmt::format("sight {}", place.number);
-  sight.ha = AngleOf(Required(fields, "ha", "a sight has a horizontal reading"), angles,
-                     fields.PlaceOf("ha"));
-  const auto* va = fields.Find("va");
-  sight.va = va != nullptr ? AngleOf(*va, angles, fields.PlaceOf("va")) : ANGLE_QUARTER_CIRCLE;
-  if (const auto* point = fields.Find("point")) {
-    sight.point = PointOf(*point, fields.PlaceOf("point"));
-  }
-  sight.slopeDist = fields.Number("slopeDist", 0.0);
-  sight.horizDist = fields.Number("horizDist", 0.0);
-  sight.heightDiff = fields.Number("heightDiff", 0.0);
-  sight.targetHeight = fields.Number("th", 0.0);
-  return Reduced(std::move(sight));
-}
-
-// A list of as many records as the library can count.
-template <class Record, class ReadRecord>
-std::vector<Record> ListOf(const JsonNode& node, const JsonPlace& place, ReadRecord read) {
-  std::vector<Record> records;
+std::vector<CoordPt> PointsOf(const JsonNode& node, const JsonPlace& place) {
+  std::vector<CoordPt> points;
   for (const JsonNode element : JsonList(node, place)) {
-    if (records.size() == kMostRecords) {
-      place.Fail(fmt::format("has more than {} entries", kMostRecords));
+    if (points.size() == kMostPoints) {
+      place.Fail(fmt::format("has more than {} points", kMostPoints));
     }
-    records.push_back(read(element, JsonPlace{&place, {}, records.size() + 1}));
+    points.push_back(PointOf(element, {&place, {}, points.size() + 1}));
   }
-  return records;
+  return points;
 }
 
-Value ValueOf(const JsonNode& node, Kind kind, AngleUnit angles, const JsonPlace& place) {
-  switch (kind) {
+// Sights can be given in many ways: they go through the reader of jobs, which knows what is right.
+std::vector<Sight> SightsOf(const JsonFields& fields, const Field& field, AngleUnit angles) {
+  const auto place = fields.PlaceOf(field.name);
+  const auto list = JsonList(*fields.Find(field.name), place);  // a job could also name a file
+  const toml::table table{{field.name, TomlOf(list, place)}};
+  const Names noNames;
+  const TomlReader reader(table, "", "");
+  const auto input =
+      ReadSights(InputReader(noNames, angles, {}), reader, *reader.Find(field.name), field);
+  std::vector<Sight> sights;
+  for (const auto& part : input.parts) {
+    sights.push_back(std::get<std::vector<Sight>>(part.value).front());
+    if (!part.parts.empty()) {
+      sights.back().point = std::get<CoordPt>(part.parts.front().value);
+    }
+  }
+  return sights;
+}
+
+// The value of a field that is there.
+Value ValueOf(const JsonFields& fields, const Field& field, AngleUnit angles) {
+  const auto& node = *fields.Find(field.name);
+  const auto place = fields.PlaceOf(field.name);
+  switch (field.kind) {
     case Kind::kPoint:
       return PointOf(node, place);
     case Kind::kPoints:
-      return ListOf<CoordPt>(node, place, PointOf);
+      return PointsOf(node, place);
     case Kind::kLine:
       return LineOf(node, angles, place);
     case Kind::kSights:
-      return ListOf<Sight>(node, place, [angles](const JsonNode& sight, const JsonPlace& at) {
-        return SightOf(sight, angles, at);
-      });
+      return SightsOf(fields, field, angles);
     default:
       break;
   }
-  if (IsAngle(kind)) {
+  if (IsAngle(field.kind)) {
     return AngleOf(node, angles, place);
   }
   return JsonNumber(node, place);
@@ -182,19 +188,28 @@ class CallKeys {
   std::size_t count_ = 0;
 };
 
-std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, AngleUnit angles) {
+std::vector<bool> Given(const std::vector<Value>& inputs) {
+  std::vector<bool> given(inputs.size());
+  std::transform(inputs.begin(), inputs.end(), given.begin(), Available);
+  return given;
+}
+
+std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, AngleUnit angles,
+                            const JsonPlace& place) {
   std::vector<Value> inputs;
   inputs.reserve(service.inputs.size());
   for (const auto& field : service.inputs) {
-    if (field.kind == Kind::kFigure) {
-      inputs.emplace_back();
-    } else if (const auto* node = fields.Find(field.name)) {
-      inputs.push_back(ValueOf(*node, field.kind, angles, fields.PlaceOf(field.name)));
-    } else if (field.need == Need::kRequired) {
-      fields.PlaceOf(field.name).Fail(fmt::format("is missing; {}", field.meaning));
-    } else {
-      inputs.emplace_back();
+    if (field.kind != Kind::kFigure && fields.Find(field.name) != nullptr) {
+      inputs.push_back(ValueOf(fields, field, angles));
+      continue;
     }
+    if (field.kind != Kind::kFigure && field.need == Need::kRequired) {
+      fields.PlaceOf(field.name).Fail(fmt::format("is missing; {}", field.meaning));
+    }
+    inputs.emplace_back();
+  }
+  if (const auto trouble = ChoiceTrouble(service, Given(inputs)); !trouble.empty()) {
+    place.Fail(trouble);
   }
   return inputs;
 }
@@ -214,7 +229,8 @@ void ReadSet(const JsonFields& fields, const Field& base, Request& request) {
   }
   constexpr std::array<std::string_view, 1> kOwnKeys = {"service"};
   const CallKeys keys(kOwnKeys, service);
-  request.setInputs = InputsOf(JsonFields(object, place, keys.All()), service, request.angles);
+  request.setInputs =
+      InputsOf(JsonFields(object, place, keys.All()), service, request.angles, place);
   request.setService = &service;
 }
 
@@ -231,28 +247,14 @@ AngleUnit AnglesOf(const JsonFields& fields) {
   return *unit;
 }
 
-// Settings are few and seldom: they go through the reader of jobs, which knows what is right.
+// So do settings.
 InstrumentSettings SettingsOf(const JsonFields& fields) {
   const auto* node = fields.Find("settings");
   if (node == nullptr) {
     return {};
   }
-  toml::table table;
   const auto place = fields.PlaceOf("settings");
-  for (const auto& [key, value] : JsonObject(*node, place)) {
-    bool isNew = false;
-    if (value.is_bool()) {
-      isNew = table.insert(key, bool(value)).second;
-    } else if (value.is_number()) {
-      isNew = table.insert(key, double(value)).second;
-    } else {
-      isNew = table.insert(key, JsonText(value, {&place, key, 0})).second;
-    }
-    if (!isNew) {
-      JsonPlace{&place, key, 0}.Fail("is given twice; give it once");
-    }
-  }
-  const toml::table top{{"settings", std::move(table)}};
+  const toml::table top{{"settings", TomlOf(JsonObject(*node, place), place)}};
   Job job;
   ReadSettings(TomlReader(top, "", ""), job);
   return job.settings;
@@ -294,7 +296,7 @@ Request RequestReader::Read(std::string_view line, std::string& id) {
   const JsonFields fields(object, place, keys.All());
   request.angles = AnglesOf(fields);
   request.settings = SettingsOf(fields);
-  request.inputs = InputsOf(fields, *request.service, request.angles);
+  request.inputs = InputsOf(fields, *request.service, request.angles, place);
   if (const auto* base = BaseOf(*request.service)) {
     ReadSet(fields, *base, request);
   }

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "faces.hpp"
 #include "report.hpp"
 
 namespace kavo_app {
@@ -52,6 +53,61 @@ Json ResidualsJson(const std::vector<SightResidual>& residuals, AngleUnit unit) 
   return json;
 }
 
+Json ReadingJson(const Reading& reading, AngleUnit unit) {
+  Json json{{"face", reading.face2 ? 2 : 1}, {"ha", AngleJson(reading.ha, unit)}};
+  if (reading.va) {
+    json["va"] = AngleJson(*reading.va, unit);
+  }
+  if (reading.slopeDist != 0.0) {
+    json["slopeDist"] = NumberJson(reading.slopeDist);
+  }
+  if (reading.horizDist != 0.0) {
+    json["horizDist"] = NumberJson(reading.horizDist);
+    json["heightDiff"] = NumberJson(reading.heightDiff);
+  }
+  return json;
+}
+
+Json SightJson(const Sight& sight, AngleUnit unit) {
+  Json json{{"sight", sight.name}};
+  if (!sight.code.empty()) {
+    json["code"] = sight.code;
+  }
+  json["readings"] = Json::array();
+  for (const auto& reading : sight.readings) {
+    json["readings"].push_back(ReadingJson(reading, unit));
+  }
+  if (sight.errors) {
+    json["collimation"] = AngleJson(sight.errors->collimation, unit);
+    json["index"] = sight.errors->index ? AngleJson(*sight.errors->index, unit) : Json();
+  }
+  json["ha"] = AngleJson(sight.ha, unit);
+  json["va"] = AngleJson(sight.va, unit);
+  const bool measured = sight.slopeDist != 0.0;
+  json["slopeDist"] = measured ? NumberJson(sight.slopeDist) : Json();
+  json["horizDist"] = measured ? NumberJson(sight.horizDist) : Json();
+  json["heightDiff"] = measured ? NumberJson(sight.heightDiff) : Json();
+  json["th"] = NumberJson(sight.targetHeight);
+  return json;
+}
+
+Json SightsJson(const std::vector<Sight>& sights, AngleUnit unit) {
+  Json json{{"sights", Json::array()}};
+  for (const auto& sight : sights) {
+    json["sights"].push_back(SightJson(sight, unit));
+  }
+  const auto summary = SummaryOfFaces(sights);
+  if (summary.pairs > 0) {
+    json["faces"] = {
+        {"pairs", summary.pairs},
+        {"collimation", AngleJson(summary.collimation, unit)},
+        {"collimationSpread", AngleJson(summary.collimationSpread, unit)},
+        {"index", summary.index ? AngleJson(*summary.index, unit) : Json()},
+        {"indexSpread", summary.indexSpread ? AngleJson(*summary.indexSpread, unit) : Json()}};
+  }
+  return json;
+}
+
 Json ValueJson(const Value& value, AngleUnit unit) {
   if (const auto* angle = std::get_if<IntAngle>(&value)) {
     return AngleJson(*angle, unit);
@@ -64,6 +120,9 @@ Json ValueJson(const Value& value, AngleUnit unit) {
   }
   if (const auto* line = std::get_if<LineDef>(&value)) {
     return LineJson(*line, unit);
+  }
+  if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
+    return SightsJson(*sights, unit);
   }
   if (const auto* residuals = std::get_if<std::vector<SightResidual>>(&value)) {
     return ResidualsJson(*residuals, unit);
@@ -111,6 +170,9 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
             {"export", step.service->exportName},
             {"inputs", InputsJson(step, outcome, unit)},
             {"good", outcome.Good()}};
+  if (!step.code.empty()) {
+    json["code"] = step.code;
+  }
   if (outcome.ran) {
     json["status"] = outcome.status;
   }

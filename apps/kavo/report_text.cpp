@@ -2,10 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <span>
 #include <string_view>
 
+#include "faces.hpp"
+#include "geometry.hpp"
+#include "plain_text.hpp"
 #include "report.hpp"
+#include "service_rows.hpp"
 
 namespace kavo_app {
 namespace {
@@ -32,7 +37,9 @@ std::string DifferenceText(double number) {
   return text.starts_with('-') ? text : "+" + text;
 }
 
-double ArcSeconds(IntAngle angle) { return static_cast<double>(angle) / 16.0; }
+std::string SecondsText(std::optional<IntAngle> angle) {
+  return angle ? ZeroUnsigned(fmt::format("{:.1f}", ArcSeconds(*angle))) : kNone;
+}
 
 std::string Millimetres(double metres) {
   return ZeroUnsigned(fmt::format("{:.2f}", metres * 1000.0));
@@ -109,6 +116,9 @@ class TextReporter {
          step.service->name, step.service->summary);
     if (!step.note.empty()) {
       Line("  {}", step.note);
+    }
+    if (!table && !step.code.empty()) {
+      Item("code", step.code);
     }
     for (std::size_t i = 0; i < step.inputs.size(); ++i) {
       const bool sights = step.service->inputs[i].kind == Kind::kSights;
@@ -205,7 +215,7 @@ class TextReporter {
         Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
       }
       ResidualTables(outcome);
-      if (outcome.status != STATUS_OK || !ShowsSomething(step)) {
+      if (!Plain(outcome)) {
         Item("status", outcome.sentence);
       }
       if (!outcome.note.empty()) {
@@ -236,9 +246,47 @@ class TextReporter {
                         {"slopeDist", "m", withDist ? NumberText(sight.slopeDist) : kNone},
                         {"horizDist", "m", withDist ? NumberText(sight.horizDist) : kNone},
                         {"th", "m", NumberText(sight.targetHeight)},
-                        {"", "", ""}});
+                        {"", "", sight.code}});
       }
       Rows(rows);
+      FacesTable(*sights);
+    }
+  }
+
+  static void AddReading(const Reading& reading, AngleUnit unit, std::vector<Cell>& cells) {
+    const double dist = reading.slopeDist != 0.0 ? reading.slopeDist : reading.horizDist;
+    const std::string face = reading.face2 ? " face 2" : " face 1";
+    cells.push_back({"ha" + face, "", AngleText(reading.ha, unit)});
+    cells.push_back({"va" + face, "", reading.va ? AngleText(*reading.va, unit) : kNone});
+    cells.push_back({"dist" + face, "m", dist != 0.0 ? NumberText(dist) : kNone});
+  }
+
+  // Pairs as they were read, and what they say of the instrument.
+  void FacesTable(const std::vector<Sight>& sights) {
+    std::vector<std::vector<Cell>> rows;
+    for (const auto& sight : sights) {
+      if (!sight.errors) {
+        continue;
+      }
+      std::vector<Cell> cells{{"both faces", "", sight.name}};
+      for (const auto& reading : sight.readings) {
+        AddReading(reading, job_.angles, cells);
+      }
+      cells.push_back({"collimation", "\"", SecondsText(sight.errors->collimation)});
+      cells.push_back({"index", "\"", SecondsText(sight.errors->index)});
+      cells.push_back({"", "", ""});
+      rows.push_back(std::move(cells));
+    }
+    if (rows.empty()) {
+      return;
+    }
+    Rows(rows);
+    const auto summary = SummaryOfFaces(sights);
+    Item("collimation", fmt::format("mean {}\", spread {}\"", SecondsText(summary.collimation),
+                                    SecondsText(summary.collimationSpread)));
+    if (summary.index) {
+      Item("index", fmt::format("mean {}\", spread {}\"", SecondsText(summary.index),
+                                SecondsText(summary.indexSpread)));
     }
   }
 
@@ -260,8 +308,27 @@ class TextReporter {
     }
   }
 
-  static bool ShowsSomething(const Step& step) {
-    return std::ranges::any_of(step.service->outputs, ShowsItself, &Field::kind);
+  // True when the status says no more than that there is a result.
+  static bool Plain(const Outcome& outcome) { return outcome.sentence == kComputed.sentence; }
+
+  // What all rows of a table have in common: found once, so that its cost grows with the rows
+  // alone.
+  struct Layout {
+    std::vector<std::size_t> varying;   // inputs that get a column
+    std::vector<std::string> expected;  // outputs that any row expects, in the outputs' order
+    bool codes;                         // whether any row has a feature code
+  };
+
+  Layout LayoutOf(std::size_t first, std::size_t last) const {
+    const auto rows = std::span(job_.steps).subspan(first, last - first);
+    Layout layout{{}, ExpectedNames(first, last), false};
+    for (std::size_t i = 0; i < rows.front().inputs.size(); ++i) {
+      if (Varies(first, last, i)) {
+        layout.varying.push_back(i);
+      }
+    }
+    layout.codes = std::ranges::any_of(rows, [](const Step& row) { return !row.code.empty(); });
+    return layout;
   }
 
   // What any row of a table expects, in the order of the outputs.
@@ -282,20 +349,21 @@ class TextReporter {
     return names;
   }
 
-  std::vector<Cell> TableRow(std::size_t index, std::size_t first, std::size_t last) const {
+  std::vector<Cell> TableRow(std::size_t index, const Layout& layout) const {
     const Step& step = job_.steps[index];
     const Outcome& outcome = outcomes_[index];
     std::vector<Cell> cells{{"name", "", step.name}};
-    for (std::size_t i = 0; i < step.inputs.size(); ++i) {
+    if (layout.codes) {
+      cells.push_back({"code", "", step.code.empty() ? kNone : step.code});
+    }
+    for (const auto i : layout.varying) {
       const Field& field = step.service->inputs[i];
-      if (Varies(first, last, i)) {
-        const auto& text = step.inputs[i].text;
-        cells.push_back({std::string(field.name), std::string(InfoOf(field.kind).unit),
-                         text.empty() ? kNone : text});
-      }
+      const auto& text = step.inputs[i].text;
+      cells.push_back({std::string(field.name), std::string(InfoOf(field.kind).unit),
+                       text.empty() ? kNone : text});
     }
     std::ranges::move(OutputCells(index, true), std::back_inserter(cells));
-    for (const auto& name : ExpectedNames(first, last)) {
+    for (const auto& name : layout.expected) {
       Cell expected{"expected", name, ""};
       Cell difference{"difference", name, ""};
       for (std::size_t i = 0; i < step.expected.size(); ++i) {
@@ -315,7 +383,7 @@ class TextReporter {
     if (!outcome.success) {
       return outcome.sentence;
     }
-    std::string worst;
+    std::string worst = Plain(outcome) ? "" : outcome.sentence;
     for (const auto& comparison : outcome.comparisons) {
       const auto verdict = Verdict(comparison);
       if (worst.empty() || worst == "ok") {
@@ -327,9 +395,10 @@ class TextReporter {
   }
 
   void Table(std::size_t first, std::size_t last) {
+    const auto layout = LayoutOf(first, last);
     std::vector<std::vector<Cell>> rows;
     for (std::size_t i = first; i < last; ++i) {
-      rows.push_back(TableRow(i, first, last));
+      rows.push_back(TableRow(i, layout));
     }
     Rows(rows);
   }
@@ -338,11 +407,11 @@ class TextReporter {
     const auto widest = std::ranges::max_element(rows, {}, &std::vector<Cell>::size);
     std::vector<std::size_t> widths;
     for (const auto& cell : *widest) {
-      widths.push_back(std::max(cell.heading.size(), UnitHeading(cell).size()));
+      widths.push_back(std::max(Columns(cell.heading), Columns(UnitHeading(cell))));
     }
     for (const auto& row : rows) {
       for (std::size_t i = 0; i + 1 < row.size(); ++i) {
-        widths[i] = std::max(widths[i], row[i].text.size());
+        widths[i] = std::max(widths[i], Columns(row[i].text));
       }
     }
     TableLine(*widest, widths, [](const Cell& cell) { return cell.heading; });

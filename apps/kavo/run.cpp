@@ -156,7 +156,7 @@ class Runner {
 }  // namespace
 
 bool Outcome::Good() const {
-  return success && std::ranges::all_of(comparisons, [](const auto& comparison) {
+  return success && passed && std::ranges::all_of(comparisons, [](const auto& comparison) {
            return Available(comparison.computed) && comparison.within.value_or(true);
          });
 }
@@ -174,6 +174,7 @@ void CallService(const Service& service, Outcome& outcome) {
   outcome.status = answer.status;
   outcome.sentence = row->sentence;
   outcome.success = row->success;
+  outcome.passed = row->good;
   if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
     answer.trouble = "the result is not a finite number: check the size of the inputs";
   }

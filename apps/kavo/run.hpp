@@ -22,6 +22,7 @@ struct Comparison {
 struct Outcome {
   bool ran = false;
   bool success = false;                 ///< It ran, and its outputs hold a result.
+  bool passed = true;                   ///< False for a check that is not passed.
   std::int32_t status = 0;              ///< Of the export; only when it ran.
   std::string sentence;                 ///< What the status means, or why there is no result.
   std::string note;                     ///< What a reader of the result must know; may be empty.
@@ -29,7 +30,8 @@ struct Outcome {
   std::vector<Value> outputs;           ///< In the order of the service's outputs.
   std::vector<Comparison> comparisons;  ///< One for each expectation.
 
-  /// True when there is a result and nothing expected is missing or out of tolerance.
+  /// True when there is a result, no check failed, and nothing expected is missing or out of
+  /// tolerance.
   bool Good() const;
 };
 

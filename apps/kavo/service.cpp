@@ -16,7 +16,9 @@ const KindInfo& InfoOf(Kind kind) {
   static constexpr KindInfo kFigure{"", "name of the step that sets it"};
   static constexpr KindInfo kSights{
       "",
-      "list of {point, ha, va, slopeDist or horizDist and heightDiff, th}; all but ha optional"};
+      "list of {point, ha, va, slopeDist or horizDist and heightDiff, th, code, face}, all but ha "
+      "optional; or a CSV file with these columns; two readings of a point on both faces are one "
+      "sight"};
   static constexpr KindInfo kResiduals{"", "not an input"};
   static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
   static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
@@ -84,9 +86,9 @@ bool Inputs::Has(std::string_view name) const {
 std::span<const Service> Services() {
   static const std::vector<Service> services = [] {
     std::vector<Service> all;
-    for (const auto family :
-         {CogoServices(), IntersectServices(), MeasureServices(), OffsetServices(),
-          ReferenceServices(), PlaneServices(), StationServices(), AdjustmentServices()}) {
+    for (const auto family : {CogoServices(), IntersectServices(), MeasureServices(),
+                              OffsetServices(), ReferenceServices(), PlaneServices(),
+                              StationServices(), AdjustmentServices(), CheckServices()}) {
       all.insert(all.end(), family.begin(), family.end());
     }
     return all;
@@ -102,6 +104,18 @@ const Service* FindService(std::string_view name) {
 const StatusRow* FindStatus(const Service& service, std::int32_t code) {
   const auto row = std::ranges::find(service.statuses, code, &StatusRow::code);
   return row == service.statuses.end() ? nullptr : &*row;
+}
+
+std::string ChoiceTrouble(const Service& service, const std::vector<bool>& given) {
+  std::string names;
+  int count = 0;
+  for (std::size_t i = 0; i < service.inputs.size(); ++i) {
+    if (service.inputs[i].need == Need::kOneOf) {
+      names += (names.empty() ? "" : " or ") + std::string(service.inputs[i].name);
+      count += given[i] ? 1 : 0;
+    }
+  }
+  return names.empty() || count == 1 ? "" : "give exactly one: " + names;
 }
 
 bool Fits(const Field& given, const Field& wanted) {

@@ -39,17 +39,36 @@ class Inputs;
 /// way.
 using Figure = std::shared_ptr<const Inputs>;
 
+/// What was read in one pointing, as it was read.
+struct Reading {
+  IntAngle ha = 0;             ///< Horizontal reading.
+  std::optional<IntAngle> va;  ///< Zenith reading; a level sight without it.
+  bool face2 = false;
+  double slopeDist = 0.0;   ///< Metres; 0 when not measured, as the next two.
+  double horizDist = 0.0;   ///< Metres.
+  double heightDiff = 0.0;  ///< Point minus instrument, metres.
+};
+
+/// What two readings of one sight on both faces say of the instrument.
+struct FaceErrors {
+  IntAngle collimation;           ///< Face 1 less face 2, halved; of the line of sight.
+  std::optional<IntAngle> index;  ///< To take off zenith readings of face 1; none without them.
+};
+
 /// A sight to a known point, reduced to face 1.
 struct Sight {
-  std::string name;           ///< Of the point, as the job has it.
-  CoordPt point{};            ///< Without a position where the job gives no point.
-  IntAngle ha = 0;            ///< Horizontal reading.
-  IntAngle va = 0;            ///< Zenith reading.
-  bool face2 = false;         ///< Whether it was read on face 2.
-  double slopeDist = 0.0;     ///< Metres; 0 when none was measured, as the next two.
-  double horizDist = 0.0;     ///< Metres.
-  double heightDiff = 0.0;    ///< Point minus instrument, metres.
-  double targetHeight = 0.0;  ///< Metres.
+  std::string name;                  ///< Of the point, as the job has it.
+  std::string code;                  ///< Feature code; may be empty.
+  std::vector<Reading> readings;     ///< One, or one on each face, face 1 first.
+  std::optional<FaceErrors> errors;  ///< Of a pair.
+  CoordPt point{};                   ///< Without a position where the job gives no point.
+  IntAngle ha = 0;                   ///< Horizontal direction.
+  IntAngle va = 0;                   ///< Zenith angle.
+  bool face2 = false;                ///< Whether it was read on face 2 alone.
+  double slopeDist = 0.0;            ///< Metres; 0 when none was measured, as the next two.
+  double horizDist = 0.0;            ///< Metres.
+  double heightDiff = 0.0;           ///< Point minus instrument, metres.
+  double targetHeight = 0.0;         ///< Metres.
 };
 
 /// What a sight's measurement is off the adjusted station.
@@ -82,7 +101,11 @@ bool IsAngle(Kind kind);
 /// beside them.
 bool ShowsItself(Kind kind);
 
-enum class Need { kRequired, kOptional };
+enum class Need {
+  kRequired,
+  kOptional,
+  kOneOf  ///< Exactly one of the service's fields of this kind is needed.
+};
 
 /// One input or output of a service. A figure fits every field of its own name and no other.
 struct Field {
@@ -97,6 +120,7 @@ struct StatusRow {
   std::int32_t code;
   bool success;
   std::string_view sentence;  ///< What it means; for a failure also what to do.
+  bool good = true;           ///< False for a check that has a result and is not passed.
 };
 
 /// The inputs of one call, looked up by field name. A name or type that is not the table's is a
@@ -154,7 +178,7 @@ struct Answer {
 /// One service: a row of the table.
 struct Service {
   std::string_view name;
-  std::string_view exportName;
+  std::string_view exportName;  ///< The export that it calls; "kavo" for none.
   std::string_view summary;
   std::span<const Field> inputs;
   std::span<const Field> outputs;
@@ -169,6 +193,10 @@ std::span<const Service> Services();
 
 /// The service of that name; null when there is none.
 const Service* FindService(std::string_view name);
+
+/// What is wrong with the choice among a service's inputs of which exactly one is needed; empty
+/// when nothing is.
+std::string ChoiceTrouble(const Service& service, const std::vector<bool>& given);
 
 /// True when a value of one field can stand for the other: of the same kind, and a figure of the
 /// same name. Angles of all kinds can stand for each other.

@@ -16,5 +16,6 @@ std::span<const Service> ReferenceServices();
 std::span<const Service> PlaneServices();
 std::span<const Service> StationServices();
 std::span<const Service> AdjustmentServices();
+std::span<const Service> CheckServices();
 
 }  // namespace kavo_app

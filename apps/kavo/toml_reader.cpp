@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plain_text.hpp"
+
 namespace kavo_app {
 
 const toml::node* TomlReader::Find(std::string_view key) const {
@@ -42,6 +44,14 @@ std::string TomlReader::TextOf(const toml::node& node, std::string_view field) c
 }
 
 double TomlReader::NumberOf(const toml::node& node, std::string_view field) const {
+  if (FromRow(node.source()) && node.is_string()) {
+    const auto text = TextOf(node, field);
+    const auto number = ReadNumber(text);
+    if (!number) {
+      Fail(node, field, NoNumberAdvice(text));
+    }
+    return *number;
+  }
   if (!node.is_number()) {
     Fail(node, field, "write a number, without quotation marks");
   }
@@ -67,13 +77,15 @@ const toml::array& TomlReader::ArrayOf(const toml::node& node, std::string_view 
 }
 
 TomlReader TomlReader::Inner(const toml::table& table, std::string_view field) const {
-  return {table, file_, Labelled(field)};
+  TomlReader inner(table, file_, Labelled(field));
+  inner.row_ = row_;
+  return inner;
 }
 
 void TomlReader::Only(std::span<const std::string_view> known) const {
   for (const auto& [key, node] : table_) {
     if (std::ranges::find(known, key.str()) == known.end()) {
-      throw UserError({file_, key.source().begin.line}, Labelled(key.str()),
+      throw UserError(PlaceOf(key.source()), Labelled(Shown(key.str())),
                       fmt::format("is not known here; there are {}", fmt::join(known, ", ")));
     }
   }
@@ -84,8 +96,12 @@ void TomlReader::Fail(const toml::node& node, std::string_view field,
   throw UserError(PlaceOf(node), Labelled(field), advice);
 }
 
+void TomlReader::FailHere(std::string_view field, const std::string& advice) const {
+  throw UserError(PlaceOf(table_), Labelled(field), advice);
+}
+
 void TomlReader::FailMissing(std::string_view field, const std::string& advice) const {
-  throw UserError(PlaceOf(table_), Labelled(field), "is missing; " + advice);
+  FailHere(field, "is missing; " + advice);
 }
 
 std::string TomlReader::Labelled(std::string_view field) const {

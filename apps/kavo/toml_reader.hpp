@@ -22,6 +22,16 @@ class TomlReader {
              const toml::table* fallback = nullptr)
       : table_(table), fallback_(fallback), file_(std::move(file)), label_(std::move(label)) {}
 
+  /// A reader of a row of a CSV file. Its values are text; numbers are read from it.
+  /// @param row   where the row stands, for messages.
+  /// @param step  the table to fall back on; null for none.
+  TomlReader(const toml::table& table, const Place& row, std::string label, const TomlReader* step)
+      : table_(table),
+        fallback_(step != nullptr ? &step->table_ : nullptr),
+        file_(step != nullptr ? step->file_ : row.file),
+        label_(std::move(label)),
+        row_(row) {}
+
   /// The node under a key; null when there is none.
   const toml::node* Find(std::string_view key) const;
   /// True when the table itself has the key, not the fallback.
@@ -48,18 +58,28 @@ class TomlReader {
   /// Ends the reading because of a field of this table.
   [[noreturn]] void Fail(const toml::node& node, std::string_view field,
                          const std::string& advice) const;
+  /// Ends the reading because of what the whole table says of a field.
+  [[noreturn]] void FailHere(std::string_view field, const std::string& advice) const;
   /// Ends the reading because a field is missing.
   [[noreturn]] void FailMissing(std::string_view field, const std::string& advice) const;
 
-  Place PlaceOf(const toml::node& node) const { return {file_, node.source().begin.line}; }
+  Place PlaceOf(const toml::node& node) const { return PlaceOf(node.source()); }
 
  private:
+  // What comes from a row of a CSV file has no line in the job.
+  Place PlaceOf(const toml::source_region& source) const {
+    return FromRow(source) ? row_ : Place{file_, source.begin.line};
+  }
+  bool FromRow(const toml::source_region& source) const {
+    return row_.line > 0 && source.begin.line == 0;
+  }
   std::string Labelled(std::string_view field) const;
 
   const toml::table& table_;
   const toml::table* fallback_;
   std::string file_;
   std::string label_;
+  Place row_{};  ///< Line 0 when the table is no row of a CSV file.
 };
 
 }  // namespace kavo_app

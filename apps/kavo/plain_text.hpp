@@ -1,0 +1,28 @@
+// Text that a user wrote: as a number, and shown back in a message.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kavo_app {
+
+/// All of the text as a finite number with a decimal point; nothing when it is not one.
+std::optional<double> ReadNumber(std::string_view text);
+
+/// What is wrong with text that is no number, and what would be right.
+std::string NoNumberAdvice(std::string_view text);
+
+/// The text fit for a message of one line: control characters as \xNN, and long text cut.
+std::string Shown(std::string_view text);
+
+/// The same in quotation marks.
+inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"'; }
+
+/// Two remarks as one; either may be empty.
+std::string Joined(const std::string& first, const std::string& second);
+
+/// How many columns UTF-8 text takes.
+std::size_t Columns(std::string_view text);
+
+}  // namespace kavo_app
