@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "value_json.hpp"
 
@@ -157,15 +160,27 @@ std::string InputLines(const Service& service) {
   return lines;
 }
 
-// Appends a node as JSON; the order of keys within an object is the alphabetical one.
+// The keys of a table in the order in which they are written.
+std::vector<toml::key> KeysAsWritten(const toml::table& table) {
+  std::vector<toml::key> keys;
+  for (const auto& [key, value] : table) {
+    keys.push_back(key);
+  }
+  std::ranges::sort(keys, std::less<>{}, [](const toml::key& key) {
+    return std::pair(key.source().begin.line, key.source().begin.column);
+  });
+  return keys;
+}
+
+// Appends a node as JSON.
 void AppendJson(const toml::node& node, std::string& out) {
   if (const auto* table = node.as_table()) {
     out += '{';
-    for (const auto& [key, value] : *table) {
+    for (const auto& key : KeysAsWritten(*table)) {
       out += out.back() == '{' ? "" : ",";
       AppendJsonText(out, key.str());
       out += ':';
-      AppendJson(value, out);
+      AppendJson(*table->get(key.str()), out);
     }
     out += '}';
   } else if (const auto* list = node.as_array()) {

@@ -48,7 +48,8 @@ std::string Commands(const CLI::App& app) {
                         Plain(command->get_description()));
     TermList options;
     for (const auto* option : command->get_options()) {
-      options.Add(option->get_name(true, false), option->get_description());
+      const bool positional = option->get_positional();
+      options.Add(option->get_name(positional, !positional), option->get_description());
     }
     text += options.Text();
   }
@@ -122,6 +123,11 @@ A line that cannot be answered has an
 and its
 .Sy line
 in place of outputs.
+.Sh ENVIRONMENT
+.Bl -tag -width NO_COLOR
+.It Ev NO_COLOR
+When set, nothing is set in bold on a terminal.
+.El
 .Sh EXIT STATUS
 .Bl -tag -width Ds
 .It 0
@@ -130,11 +136,6 @@ All is good.
 A step or request failed, or is out of tolerance.
 .It 2
 The input is wrong, or the output cannot be written.
-.El
-.Sh ENVIRONMENT
-.Bl -tag -width NO_COLOR
-.It Ev NO_COLOR
-When set, nothing is set in bold on a terminal.
 .El
 .Sh SERVICES
 {})",
