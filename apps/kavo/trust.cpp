@@ -89,46 +89,50 @@ Answer CallMoved(const Service& service, const Inputs& in, const Shift& shift) {
   return answer;
 }
 
-// Appends what differs in one number: its name and both values.
-void TellDifference(std::string_view name, double asGiven, double moved, std::string& told) {
-  if (std::fabs(asGiven - moved) > kLastDigit) {
-    told += fmt::format("{}{} {:.4f} instead of {:.4f}", told.empty() ? "" : ", ", name, moved,
-                        asGiven);
-  }
-}
-
-void TellDifference(const Field& field, const Value& asGiven, const Value& moved,
-                    std::string& told) {
-  if (const auto* number = std::get_if<double>(&asGiven)) {
-    TellDifference(field.name, *number, std::get<double>(moved), told);
-  } else if (const auto* point = std::get_if<CoordPt>(&asGiven)) {
-    const CoordPt& other = std::get<CoordPt>(moved);
-    TellDifference(fmt::format("{}.north", field.name), point->north, other.north, told);
-    TellDifference(fmt::format("{}.east", field.name), point->east, other.east, told);
-    if (HasElev(*point) && HasElev(other)) {
-      TellDifference(fmt::format("{}.elev", field.name), point->elev, other.elev, told);
-    }
-  }
-}
-
 bool Succeeded(const Service& service, const Answer& answer) {
   const auto* row = FindStatus(service, answer.status);
   return row != nullptr && row->success;
 }
 
+// One number of an answer; a point has several.
+struct Number {
+  std::string name;
+  double value;
+};
+
+// The numbers of an answer that the coordinates bear on; none of a failure.
+std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
+  std::vector<Number> numbers;
+  for (std::size_t i = 0; Succeeded(service, answer) && i < answer.outputs.size(); ++i) {
+    const auto name = std::string(service.outputs[i].name);
+    if (const auto* number = std::get_if<double>(&answer.outputs[i])) {
+      numbers.push_back({name, *number});
+    } else if (const auto* point = std::get_if<CoordPt>(&answer.outputs[i])) {
+      numbers.push_back({name + ".north", point->north});
+      numbers.push_back({name + ".east", point->east});
+      if (HasElev(*point)) {
+        numbers.push_back({name + ".elev", point->elev});
+      }
+    }
+  }
+  return numbers;
+}
+
 // What the scene gives when it is moved, where that is something else; empty when it is not.
 std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
   std::string told;
-  if (asGiven.status != moved.status) {
-    const auto* row = FindStatus(service, moved.status);
-    told = row != nullptr ? row->sentence : "no result";
+  const auto tell = [&told](const std::string& text) { told += (told.empty() ? "" : ", ") + text; };
+  if (const auto* row = FindStatus(service, moved.status);
+      row != nullptr && moved.status != asGiven.status) {
+    tell(std::string(row->sentence));
   }
-  if (!Succeeded(service, asGiven) || !Succeeded(service, moved)) {
-    return told;
-  }
-  for (std::size_t i = 0; i < service.outputs.size(); ++i) {
-    if (asGiven.outputs[i].index() == moved.outputs[i].index()) {
-      TellDifference(service.outputs[i], asGiven.outputs[i], moved.outputs[i], told);
+  const auto given = NumbersOf(service, asGiven);
+  for (const auto& [name, value] : NumbersOf(service, moved)) {
+    const auto same = std::ranges::find(given, name, &Number::name);
+    if (same == given.end()) {
+      tell(fmt::format("{} {:.4f}", name, value));
+    } else if (std::fabs(same->value - value) > kLastDigit) {
+      tell(fmt::format("{} {:.4f} instead of {:.4f}", name, value, same->value));
     }
   }
   return told;
