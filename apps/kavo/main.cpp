@@ -45,6 +45,12 @@ int Help(const CLI::App& app, const std::string& name, bool man) {
     fmt::print("{}", app.help());
     return kAllGood;
   }
+  for (const auto* command : app.get_subcommands({})) {
+    if (command->check_name(name)) {
+      fmt::print("{}", command->help());
+      return kAllGood;
+    }
+  }
   const auto* service = FindService(name);
   if (service == nullptr) {
     throw UserError({"kavo help", 0}, name, "is no service; kavo list names them");
@@ -70,7 +76,7 @@ int Dispatch(int argc, char** argv) {
   auto* list = app.add_subcommand("list", "List the services");
   auto* help =
       app.add_subcommand("help", "Show a service's fields, units and statuses, with an example");
-  help->add_option("SERVICE", service, "Name of the service; the commands when absent");
+  help->add_option("SERVICE", service, "Name of a service or command; the commands when absent");
   bool man = false;
   help->add_flag("--man", man, "Print the manual page, for man -l -");
   try {
