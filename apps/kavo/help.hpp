@@ -5,7 +5,7 @@
 
 #include "service.hpp"
 
-namespace CLI {
+namespace CLI {  // NOLINT(readability-identifier-naming): its own name
 class App;
 }
 

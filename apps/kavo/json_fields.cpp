@@ -81,6 +81,14 @@ const JsonNode* JsonFields::Find(std::string_view name) const {
   return present ? &nodes_[index] : nullptr;
 }
 
+const JsonNode& JsonFields::Required(std::string_view name, std::string_view meaning) const {
+  const auto* node = Find(name);
+  if (node == nullptr) {
+    PlaceOf(name).Fail(fmt::format("is missing; {}", meaning));
+  }
+  return *node;
+}
+
 double JsonFields::Number(std::string_view name, double absent) const {
   const auto* node = Find(name);
   return node == nullptr ? absent : JsonNumber(*node, PlaceOf(name));

@@ -47,6 +47,9 @@ class JsonFields {
 
   /// The field of a known name; null when absent.
   const JsonNode* Find(std::string_view name) const;
+  /// The field of a known name, which must be there.
+  /// @param meaning  what to tell when it is missing.
+  const JsonNode& Required(std::string_view name, std::string_view meaning) const;
   /// The finite number under a name; `absent` when there is none.
   double Number(std::string_view name, double absent) const;
   /// The place of a field, for messages.

@@ -47,7 +47,7 @@ int Help(const CLI::App& app, const std::string& name, bool man) {
   }
   for (const auto* command : app.get_subcommands({})) {
     if (command->check_name(name)) {
-      fmt::print("{}", command->help());
+      fmt::print("{}", command->help("kavo"));
       return kAllGood;
     }
   }

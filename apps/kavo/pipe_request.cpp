@@ -4,14 +4,12 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <new>
 #include <optional>
 
-#include "input_reader.hpp"
 #include "job_settings.hpp"
 #include "json_toml.hpp"
-#include "sight_reader.hpp"
+#include "json_values.hpp"
 #include "user_error.hpp"
 
 namespace kavo_app {
@@ -19,10 +17,6 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kRequestKeys = {"service", "id", "angles", "settings"};
 constexpr std::string_view kSet = "set";
-constexpr std::array<std::string_view, 3> kPointKeys = {"north", "east", "elev"};
-constexpr std::array<std::string_view, 3> kLineKeys = {"from", "to", "azimuth"};
-// The library counts points in 16 bits.
-constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 // A request, its set, a list, a line or sight and a point need six.
 constexpr std::size_t kDeepest = 16;
 
@@ -47,106 +41,6 @@ std::string_view Complaint(simdjson::error_code error) {
     default:
       return "the line is not valid JSON; write one request on each line";
   }
-}
-
-IntAngle AngleOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
-  const auto reading = node.is_number() ? ReadAngle(JsonNumber(node, place), angles)
-                                        : ReadAngle(JsonText(node, place), angles);
-  if (!reading.angle) {
-    place.Fail(reading.complaint);
-  }
-  return *reading.angle;
-}
-
-const JsonNode& Required(const JsonFields& fields, std::string_view name,
-                         std::string_view meaning) {
-  const auto* node = fields.Find(name);
-  if (node == nullptr) {
-    fields.PlaceOf(name).Fail(fmt::format("is missing; {}", meaning));
-  }
-  return *node;
-}
-
-CoordPt PointOf(const JsonNode& node, const JsonPlace& place) {
-  const JsonFields fields(JsonObject(node, place), place, kPointKeys);
-  constexpr std::string_view kMeaning = "a point has north and east, and may have elev";
-  CoordPt point{};
-  point.north = JsonNumber(Required(fields, "north", kMeaning), fields.PlaceOf("north"));
-  point.east = JsonNumber(Required(fields, "east", kMeaning), fields.PlaceOf("east"));
-  point.elev = fields.Number("elev", 0.0);
-  point.flags = fields.Find("elev") != nullptr ? COORD_HAS_NE | COORD_HAS_ELEV : COORD_HAS_NE;
-  return point;
-}
-
-LineDef LineOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
-  const JsonFields fields(JsonObject(node, place), place, kLineKeys);
-  constexpr std::string_view kMeaning = "a line has from, and either to or azimuth";
-  LineDef line{};
-  line.p1 = PointOf(Required(fields, "from", kMeaning), fields.PlaceOf("from"));
-  const auto* azimuth = fields.Find("azimuth");
-  if (azimuth != nullptr && fields.Find("to") != nullptr) {
-    fields.PlaceOf("azimuth").Fail("give either this or to");
-  }
-  if (azimuth != nullptr) {
-    line.mode = LINE_MODE_DIRECTION;
-    line.direction = AngleOf(*azimuth, angles, fields.PlaceOf("azimuth"));
-  } else {
-    line.mode = LINE_MODE_TWO_POINTS;
-    line.p2 = PointOf(Required(fields, "to", kMeaning), fields.PlaceOf("to"));
-  }
-  return line;
-}
-
-std::vector<CoordPt> PointsOf(const JsonNode& node, const JsonPlace& place) {
-  std::vector<CoordPt> points;
-  for (const JsonNode element : JsonList(node, place)) {
-    if (points.size() == kMostPoints) {
-      place.Fail(fmt::format("has more than {} points", kMostPoints));
-    }
-    points.push_back(PointOf(element, {&place, {}, points.size() + 1}));
-  }
-  return points;
-}
-
-// Sights can be given in many ways: they go through the reader of jobs, which knows what is right.
-std::vector<Sight> SightsOf(const JsonFields& fields, const Field& field, AngleUnit angles) {
-  const auto place = fields.PlaceOf(field.name);
-  const auto list = JsonList(*fields.Find(field.name), place);  // a job could also name a file
-  const toml::table table{{field.name, TomlOf(list, place)}};
-  const Names noNames;
-  const TomlReader reader(table, "", "");
-  const auto input =
-      ReadSights(InputReader(noNames, angles, {}), reader, *reader.Find(field.name), field);
-  std::vector<Sight> sights;
-  for (const auto& part : input.parts) {
-    sights.push_back(std::get<std::vector<Sight>>(part.value).front());
-    if (!part.parts.empty()) {
-      sights.back().point = std::get<CoordPt>(part.parts.front().value);
-    }
-  }
-  return sights;
-}
-
-// The value of a field that is there.
-Value ValueOf(const JsonFields& fields, const Field& field, AngleUnit angles) {
-  const auto& node = *fields.Find(field.name);
-  const auto place = fields.PlaceOf(field.name);
-  switch (field.kind) {
-    case Kind::kPoint:
-      return PointOf(node, place);
-    case Kind::kPoints:
-      return PointsOf(node, place);
-    case Kind::kLine:
-      return LineOf(node, angles, place);
-    case Kind::kSights:
-      return SightsOf(fields, field, angles);
-    default:
-      break;
-  }
-  if (IsAngle(field.kind)) {
-    return AngleOf(node, angles, place);
-  }
-  return JsonNumber(node, place);
 }
 
 // The service that an object names; the rest of its fields depends on it.
@@ -200,7 +94,7 @@ std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, An
   inputs.reserve(service.inputs.size());
   for (const auto& field : service.inputs) {
     if (field.kind != Kind::kFigure && fields.Find(field.name) != nullptr) {
-      inputs.push_back(ValueOf(fields, field, angles));
+      inputs.push_back(ReadJsonValue(fields, field, angles));
       continue;
     }
     if (field.kind != Kind::kFigure && field.need == Need::kRequired) {
@@ -218,8 +112,8 @@ std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, An
 void ReadSet(const JsonFields& fields, const Field& base, Request& request) {
   const auto place = fields.PlaceOf(kSet);
   const auto object = JsonObject(
-      Required(fields, kSet,
-               fmt::format("{}: the service that sets it, and its inputs", base.meaning)),
+      fields.Required(kSet,
+                      fmt::format("{}: the service that sets it, and its inputs", base.meaning)),
       place);
   const Service& service = ServiceOf(object, place);
   const auto sets = [&base](const Field& output) { return Fits(output, base); };
