@@ -23,3 +23,8 @@ target_compile_definitions(kavo_library_options INTERFACE KAVO_BUILDING_LIBRARY)
 target_compile_options(kavo_library_options INTERFACE -fPIC -fvisibility=hidden
   $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
   $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
+# Whatever the tool chain's own defaults: nothing of the loaded library is both writable and
+# executable, and its tables of addresses are read-only from the start.
+if(CMAKE_SYSTEM_NAME STREQUAL Linux)
+  target_link_options(kavo_library_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)
+endif()

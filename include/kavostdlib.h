@@ -2,7 +2,7 @@
  * @file kavostdlib.h
  * @brief Computation library of a surveying total station: plain C interface.
  *
- * Valid as C11 and as C++17. This is the only header that a program needs.
+ * Valid as C99 and as C++17. This is the only header that a program needs.
  *
  * Rules that hold for every function
  * ----------------------------------
@@ -1399,7 +1399,9 @@ KAVO_EXPORT int32_t KavoSTN2PtResect(const StnDistObs* obsA, const StnDistObs* o
  *
  * @par State
  * None. Memory is taken from the heap, less than 400 bytes a sight, and given back before the call
- * returns.
+ * returns, but for two losses that are meant so: where the heap cannot give the elements of a
+ * matrix, its row handles stay behind, and where the adjustment comes to numbers that are not
+ * finite, a vector of 32 bytes does. Neither call succeeds.
  * @par Threads
  * Any.
  * @par Notes

@@ -1,7 +1,9 @@
 #include "angle_text.hpp"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -44,7 +46,8 @@ const UnitRow& RowOf(AngleUnit unit) {
 
 // All of `text` as a number without sign, exponent or blanks.
 std::optional<double> PlainNumber(std::string_view text, bool whole) {
-  if (text.empty() || text.find_first_not_of(whole ? "0123456789" : "0123456789.") != text.npos) {
+  const auto plain = [whole](char c) { return (c >= '0' && c <= '9') || (c == '.' && !whole); };
+  if (!std::ranges::all_of(text, plain)) {
     return std::nullopt;
   }
   double number = 0.0;
@@ -67,17 +70,40 @@ AngleReading FromUnits(double units, std::string_view text, AngleUnit unit) {
   return {static_cast<IntAngle>(std::lround(units)), {}};
 }
 
+// The three texts of 123-45-56.78 or of 123°45'56.78"; nothing when a sign between is missing.
+struct DmsParts {
+  std::string_view degrees;
+  std::string_view minutes;
+  std::string_view seconds;
+};
+
+std::optional<DmsParts> SplitDms(std::string_view body) {
+  constexpr std::string_view kDegreeSign = "\u00B0";
+  const bool signs = body.find(kDegreeSign) != body.npos;
+  const std::string_view afterDegrees = signs ? kDegreeSign : "-";
+  const std::string_view afterMinutes = signs ? "'" : "-";
+  const std::string_view afterSeconds = signs ? "\"" : "";
+  const auto first = body.find(afterDegrees);
+  const auto minutes = first == body.npos ? first : first + afterDegrees.size();
+  const auto second = first == body.npos ? first : body.find(afterMinutes, minutes);
+  if (second == body.npos || !body.ends_with(afterSeconds) ||
+      second + 1 > body.size() - afterSeconds.size()) {
+    return std::nullopt;
+  }
+  body.remove_suffix(afterSeconds.size());
+  return DmsParts{body.substr(0, first), body.substr(minutes, second - minutes),
+                  body.substr(second + 1)};
+}
+
 AngleReading ReadDms(std::string_view text) {
   const bool negative = text.starts_with('-');
-  const auto body = text.substr(negative || text.starts_with('+') ? 1 : 0);
-  const auto first = body.find('-');
-  const auto second = first == body.npos ? body.npos : body.find('-', first + 1);
-  if (second == body.npos) {
+  const auto parts = SplitDms(text.substr(negative || text.starts_with('+') ? 1 : 0));
+  if (!parts) {
     return Complain(text, "does not have degrees, minutes and seconds", AngleUnit::kDms);
   }
-  const auto degrees = PlainNumber(body.substr(0, first), true);
-  const auto minutes = PlainNumber(body.substr(first + 1, second - first - 1), true);
-  const auto seconds = PlainNumber(body.substr(second + 1), false);
+  const auto degrees = PlainNumber(parts->degrees, true);
+  const auto minutes = PlainNumber(parts->minutes, true);
+  const auto seconds = PlainNumber(parts->seconds, false);
   if (!degrees || !minutes || !seconds) {
     return Complain(text, "is not made of numbers", AngleUnit::kDms);
   }
@@ -92,8 +118,8 @@ AngleReading ReadDms(std::string_view text) {
 std::string DmsText(IntAngle angle) {
   constexpr std::int64_t kTenThousandthsPerUnit = 10000 / kUnitsPerSecond;
   const std::int64_t units = std::llabs(angle);
-  auto text = fmt::format("{}{}-{:02}-{:02}.{:04}", angle < 0 ? "-" : "", units / kUnitsPerDegree,
-                          units % kUnitsPerDegree / kUnitsPerMinute,
+  auto text = fmt::format(FMT_COMPILE("{}{}-{:02}-{:02}.{:04}"), angle < 0 ? "-" : "",
+                          units / kUnitsPerDegree, units % kUnitsPerDegree / kUnitsPerMinute,
                           units % kUnitsPerMinute / kUnitsPerSecond,
                           units % kUnitsPerSecond * kTenThousandthsPerUnit);
   const auto point = text.find('.');
@@ -104,7 +130,8 @@ std::string DmsText(IntAngle angle) {
 std::string DecimalText(IntAngle angle, std::int64_t unitsPerOne) {
   constexpr std::int64_t kScale = 100000;
   const std::int64_t scaled = (std::llabs(angle) * kScale + unitsPerOne / 2) / unitsPerOne;
-  return fmt::format("{}{}.{:05}", angle < 0 ? "-" : "", scaled / kScale, scaled % kScale);
+  return fmt::format(FMT_COMPILE("{}{}.{:05}"), angle < 0 ? "-" : "", scaled / kScale,
+                     scaled % kScale);
 }
 
 }  // namespace
@@ -127,7 +154,8 @@ AngleReading ReadAngle(std::string_view text, AngleUnit unit) {
     return ReadDms(text);
   }
   const bool negative = text.starts_with('-');
-  const auto number = PlainNumber(text.substr(negative ? 1 : 0), unit == AngleUnit::kRaw);
+  const auto body = text.substr(negative || text.starts_with('+') ? 1 : 0);
+  const auto number = PlainNumber(body, unit == AngleUnit::kRaw);
   if (!number) {
     return Complain(text, "is not a number", unit);
   }

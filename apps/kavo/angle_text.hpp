@@ -11,7 +11,7 @@ namespace kavo_app {
 
 /// The notation of all angles of one job.
 enum class AngleUnit {
-  kDms,      ///< 123-45-56.78: degrees, minutes and seconds.
+  kDms,      ///< Degrees, minutes and seconds: 123-45-56.78 or 123°45'56.78".
   kGon,      ///< 400 to the circle.
   kDegrees,  ///< 360 to the circle, decimal.
   kRaw,      ///< The library's units, 1/16 arc-second.

@@ -34,7 +34,7 @@ class Judge {
 
   std::int32_t Status() const { return blamed_.empty() ? STATUS_OK : kOutOfTolerance; }
   /// Names what is out of tolerance.
-  std::string Note() const { return blamed_.empty() ? "" : "out of tolerance: " + blamed_; }
+  std::string Note() const { return blamed_.empty() ? "" : "too large: " + blamed_; }
 
  private:
   void Blame(std::string_view name) {
@@ -121,37 +121,45 @@ constexpr std::array kBacksightStatus = {
     kPointInvalid,
 };
 
+// Why a check that the job asks for cannot be made; empty when all can.
+std::string BacksightTrouble(const Inputs& in, bool distance, bool height) {
+  if (in.Has("slopeDist") && in.Has("horizDist")) {
+    return "give either slopeDist or horizDist";
+  }
+  if (distance && !in.Has("tolerance")) {
+    return "the distance has no tolerance to be checked against: give tolerance";
+  }
+  if (in.Has("elevTolerance") && !height) {
+    return "there is no height to check: it takes va, a distance and both elevations";
+  }
+  return {};
+}
+
 Answer Backsight(const Inputs& in) {
   const CoordPt& station = in.Point("station");
   const CoordPt& point = in.Point("point");
-  const auto [sight, trouble, faces] = PointingOf(in);
   AngDistRec known{};
   const auto status = KavoCogoCoordToAngDist(&station, &point, &known);
   if (status != STATUS_OK) {
     return {status, {{}, {}, {}, {}}};
   }
+  const auto [sight, trouble, faces] = PointingOf(in);
   const bool distance = in.Has("slopeDist") || in.Has("horizDist");
-  const bool height = distance && in.Has("va") && HasElev(station) && HasElev(point);
+  const bool height = distance && sight.hasHeight && HasElev(station) && HasElev(point);
   const IntAngle turn = Folded(sight.ha + in.Angle("orient", 0) - known.azimuth);
+  const double rise = sight.heightDiff + in.Number("ih", 0.0) - sight.targetHeight;
   const Value dDist = distance ? Value{sight.horizDist - known.horizDist} : Value{};
-  const double measured = sight.heightDiff + in.Number("ih", 0.0) - sight.targetHeight;
-  const Value dElev = height ? Value{measured - known.dElev} : Value{};
+  const Value dElev = height ? Value{rise - known.dElev} : Value{};
+  const double tolerance = in.Number("tolerance", 0.0);
   Judge judge;
   judge.TakeAngle("dDirection", turn, in.Angle("angle-tolerance"));
-  judge.TakeLength("dDist", dDist, in.Number("tolerance", 0.0));
-  judge.TakeLength("dElev", dElev, in.Number("elevTolerance", in.Number("tolerance", 0.0)));
-  Answer answer{judge.Status(),
-                {turn, known.horizDist * std::sin(Radians(turn)), dDist, dElev},
-                Joined(judge.Note(), faces),
-                trouble};
-  if (distance && !in.Has("tolerance")) {
-    answer.trouble = "the distance has no tolerance to be checked against: give tolerance";
-  } else if (in.Has("slopeDist") && in.Has("horizDist")) {
-    answer.trouble = "give either slopeDist or horizDist";
-  } else if (in.Has("elevTolerance") && !height) {
-    answer.trouble = "there is no height to check: it takes va, a distance and both elevations";
-  }
-  return answer;
+  judge.TakeLength("dDist", dDist, tolerance);
+  judge.TakeLength("dElev", dElev, in.Number("elevTolerance", tolerance));
+  const double across = known.horizDist * std::sin(Radians(turn));
+  return {judge.Status(),
+          {turn, across, dDist, dElev},
+          Joined(judge.Note(), faces),
+          trouble.empty() ? BacksightTrouble(in, distance, height) : trouble};
 }
 
 // --- face-check

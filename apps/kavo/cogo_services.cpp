@@ -71,8 +71,7 @@ constexpr std::array kRadiateIn = {
     kVa,
     kFace,
     Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf},
-    Field{"horizDist", Kind::kLength, "horizontal distance; without va there is no elevation",
-          Need::kOneOf},
+    Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf},
     Field{"ih", Kind::kLength, "instrument height; 0 when absent", Need::kOptional},
     Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
     kHa2,
@@ -86,7 +85,7 @@ Answer Radiate(const Inputs& in) {
                          sight.heightDiff + in.Number("ih", 0.0) - sight.targetHeight};
   CoordPt out{};
   const auto status = KavoCogoAngDistToCoord(&in.Point("station"), &polar, &out);
-  if (in.Has("horizDist") && !in.Has("va")) {
+  if (!sight.hasHeight) {
     out.flags = static_cast<std::uint16_t>(out.flags & COORD_HAS_NE);
   }
   return {status, {OrNothing(out)}, note, trouble};

@@ -49,7 +49,6 @@ void MeanFaces(Sight& sight) {
                             face1.va ? std::optional(index) : std::nullopt};
   sight.slopeDist = MeanDist(face1.slopeDist, face2.slopeDist);
   sight.horizDist = MeanDist(face1.horizDist, face2.horizDist);
-  sight.heightDiff = MeanDist(face1.heightDiff, face2.heightDiff);
 }
 
 void TakeSingle(Sight& sight) {
@@ -59,7 +58,17 @@ void TakeSingle(Sight& sight) {
   sight.va = Zenith(reading);
   sight.slopeDist = reading.slopeDist;
   sight.horizDist = reading.horizDist;
-  sight.heightDiff = reading.heightDiff;
+}
+
+// Mean of the height differences that were measured with horizontal distances, if any was.
+std::optional<double> MeasuredHeight(const std::vector<Reading>& readings) {
+  double sum = 0.0;
+  int count = 0;
+  for (const auto& reading : readings) {
+    sum += reading.heightDiff.value_or(0.0);
+    count += reading.heightDiff ? 1 : 0;
+  }
+  return count > 0 ? std::optional(sum / count) : std::nullopt;
 }
 
 IntAngle Mean(const std::vector<IntAngle>& errors) {
@@ -86,6 +95,26 @@ std::string NoteOnFaces(const Sight& sight) {
              : collimation;
 }
 
+std::optional<IntAngle> AngleIfGiven(const Inputs& in, std::string_view name) {
+  return in.Has(name) ? std::optional(in.Angle(name)) : std::nullopt;
+}
+
+// The zenith readings tell their faces; nothing else may say otherwise.
+std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readings) {
+  const Reading& first = readings.front();
+  if (in.Has("face") && in.Number("face") != (first.face2 ? 2.0 : 1.0)) {
+    return "face is neither 1 nor 2, or va is a reading of the other one";
+  }
+  if (readings.size() == 1) {
+    return in.Has("va2") ? "va2 belongs to ha2: give both or none" : "";
+  }
+  const Reading& second = readings.back();
+  if (second.va && IsFace2(*second.va) != second.face2) {
+    return "both readings are of one face";
+  }
+  return FaceTrouble(first, second);
+}
+
 bool FarApart(double one, double other) {
   return one != 0.0 && other != 0.0 && std::fabs(one - other) > kGrossDist;
 }
@@ -100,58 +129,56 @@ void ReduceReadings(Sight& sight) {
   } else {
     TakeSingle(sight);
   }
-  const bool zenith = sight.readings.front().va.has_value();
+  // A vertical sight with a horizontal distance tells no height.
+  const bool vertical = sight.va % ANGLE_HALF_CIRCLE == 0;
+  const bool zenith =
+      sight.readings.front().va.has_value() && (sight.slopeDist != 0.0 || !vertical);
+  const auto measured = MeasuredHeight(sight.readings);
+  sight.hasHeight = zenith || measured;
+  const double sine = std::sin(Radians(sight.va));
+  const double cosine = std::cos(Radians(sight.va));
   if (sight.slopeDist != 0.0) {
-    sight.horizDist = sight.slopeDist * std::sin(Radians(sight.va));
-    sight.heightDiff = sight.slopeDist * std::cos(Radians(sight.va));
+    sight.horizDist = sight.slopeDist * sine;
+    sight.heightDiff = sight.slopeDist * cosine;
   } else {
-    if (zenith && sight.heightDiff == 0.0) {
-      sight.heightDiff =
-          sight.horizDist * std::cos(Radians(sight.va)) / std::sin(Radians(sight.va));
-    }
+    sight.heightDiff =
+        measured || !zenith ? measured.value_or(0.0) : sight.horizDist / sine * cosine;
     sight.slopeDist = std::hypot(sight.horizDist, sight.heightDiff);
   }
 }
 
 std::string FaceTrouble(const Reading& one, const Reading& other) {
   if (one.va.has_value() != other.va.has_value()) {
-    return "has a zenith reading on one face only; give it on both";
+    return "only one face has a zenith reading: give both or none";
   }
   if (std::abs(Folded(Direction(one) - Direction(other))) > kGrossAngle ||
       std::abs(Zenith(one) - Zenith(other)) > kGrossAngle) {
-    return "its two faces are more than half a degree apart: they are not one sight";
+    return "the two faces are more than half a degree apart: they are not one sight";
   }
   if ((one.slopeDist != 0.0 && other.horizDist != 0.0) ||
       (one.horizDist != 0.0 && other.slopeDist != 0.0)) {
-    return "has a slope distance on one face and a horizontal one on the other; give one kind";
+    return "one face has a slope distance and the other a horizontal one: give one kind";
   }
   if (FarApart(one.slopeDist, other.slopeDist) || FarApart(one.horizDist, other.horizDist)) {
-    return "its two distances are more than 0.1 m apart: they are not one sight";
+    return "the two distances are more than 0.1 m apart: they are not one sight";
   }
   return {};
 }
 
 Pointing PointingOf(const Inputs& in) {
-  const auto angle = [&in](std::string_view name) {
-    return in.Has(name) ? std::optional(in.Angle(name)) : std::nullopt;
-  };
-  const bool face2 = in.Has("va") ? IsFace2(in.Angle("va")) : in.Number("face", 1.0) == 2.0;
+  const auto va = AngleIfGiven(in, "va");
+  const bool face2 = va ? IsFace2(*va) : in.Number("face", 1.0) == 2.0;
   Pointing out;
-  out.sight.targetHeight = in.Number("th", 0.0);
-  out.sight.readings = {{in.Angle("ha"), angle("va"), face2, in.Number("slopeDist", 0.0),
-                         in.Number("horizDist", 0.0), 0.0}};
-  if (in.Has("face") && in.Number("face") != (face2 ? 2.0 : 1.0)) {
-    out.trouble = "face is neither 1 nor 2, or va is a reading of the other one";
-  }
+  Sight& sight = out.sight;
+  sight.targetHeight = in.Number("th", 0.0);
+  sight.readings.push_back(
+      {in.Angle("ha"), va, face2, in.Number("slopeDist", 0.0), in.Number("horizDist", 0.0), {}});
   if (in.Has("ha2")) {
-    const Reading& one = out.sight.readings.front();
-    const Reading other{in.Angle("ha2"), angle("va2"), !face2, 0.0, 0.0, 0.0};
-    out.trouble = other.va && IsFace2(*other.va) == face2 ? "both readings are of one face"
-                                                          : FaceTrouble(one, other);
-    out.sight.readings.push_back(other);
+    sight.readings.push_back({in.Angle("ha2"), AngleIfGiven(in, "va2"), !face2, 0.0, 0.0, {}});
   }
-  ReduceReadings(out.sight);
-  out.note = NoteOnFaces(out.sight);
+  out.trouble = PointingTrouble(in, sight.readings);
+  ReduceReadings(sight);
+  out.note = NoteOnFaces(sight);
   return out;
 }
 

@@ -30,8 +30,11 @@ struct Pointing {
 
 /// The inputs of a pointing, for a service's table: its readings on one face or both.
 inline constexpr Field kHa{"ha", Kind::kAzimuth, "horizontal reading"};
-inline constexpr Field kVa{"va", Kind::kZenith, "zenith reading, either face; level when absent",
-                           Need::kOptional};
+inline constexpr Field kVa{
+    "va", Kind::kZenith,
+    "zenith reading, either face; without it the sight is level and gives no "
+    "elevation",
+    Need::kOptional};
 inline constexpr Field kFace{"face", Kind::kRatio, "1 or 2; told by va when absent",
                              Need::kOptional};
 inline constexpr Field kHa2{"ha2", Kind::kAzimuth, "reading on the other face, to be meaned",

@@ -29,6 +29,9 @@ std::vector<std::string_view> KnownStepKeys(const Service& service) {
   return known;
 }
 
+// The parser may quote the file at any length.
+constexpr std::size_t kMostOfComplaint = 200;
+
 toml::table ParseToml(const std::filesystem::path& path) {
   std::ifstream file(path);
   if (!file || std::filesystem::is_directory(path)) {
@@ -37,8 +40,10 @@ toml::table ParseToml(const std::filesystem::path& path) {
   try {
     return toml::parse(file, path.string());
   } catch (const toml::parse_error& error) {
-    throw UserError({path.string(), error.source().begin.line}, "",
-                    fmt::format("is not valid TOML: {}", error.description()));
+    throw UserError(
+        {path.string(), error.source().begin.line}, "",
+        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks",
+                    Shown(error.description(), kMostOfComplaint)));
   }
 }
 
@@ -76,7 +81,7 @@ class JobReader {
     if (const auto* node = top_.Find("points")) {
       const auto& table = top_.TableOf(*node, "points");
       for (const auto& [name, point] : table) {
-        const auto label = fmt::format("points.{}", name.str());
+        const auto label = fmt::format("points.{}", Shown(name.str()));
         names_.Points().emplace(name.str(),
                                 ReadPointTable(top_.Inner(top_.TableOf(point, label), label)));
       }
@@ -110,6 +115,9 @@ class JobReader {
     if (each->is_string()) {
       ReadRows(step, service, step.TextOf(*each, "each"), group);
       return;
+    }
+    if (!each->is_array()) {
+      step.Fail(*each, "each", "write a list of rows, or the name of a CSV file");
     }
     for (const auto& element : step.ArrayOf(*each, "each")) {
       const auto& rowTable = step.TableOf(element, "each");
@@ -171,9 +179,9 @@ class JobReader {
   }
 
   static std::vector<bool> Given(const std::vector<Input>& inputs) {
-    std::vector<bool> given;
-    for (const auto& input : inputs) {
-      given.push_back(!input.text.empty());
+    std::vector<bool> given(inputs.size());
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+      given[i] = !inputs[i].text.empty();
     }
     return given;
   }

@@ -25,11 +25,10 @@ std::string NoNumberAdvice(std::string_view text) {
   return fmt::format("{} is not a number; write one like 1234.567", Quoted(text));
 }
 
-std::string Shown(std::string_view text) {
-  constexpr std::size_t kMost = 60;
+std::string Shown(std::string_view text, std::size_t most) {
   const auto all = text.size();
-  if (all > kMost) {
-    std::size_t cut = kMost;
+  if (all > most) {
+    std::size_t cut = most;
     while (cut > 0 && ContinuesSequence(text[cut])) {
       --cut;
     }

@@ -13,8 +13,8 @@ std::optional<double> ReadNumber(std::string_view text);
 /// What is wrong with text that is no number, and what would be right.
 std::string NoNumberAdvice(std::string_view text);
 
-/// The text fit for a message of one line: control characters as \xNN, and long text cut.
-std::string Shown(std::string_view text);
+/// The text fit for a message of one line: control characters as \xNN, and cut after `most` bytes.
+std::string Shown(std::string_view text, std::size_t most = 60);
 
 /// The same in quotation marks.
 inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"'; }

@@ -63,7 +63,9 @@ Json ReadingJson(const Reading& reading, AngleUnit unit) {
   }
   if (reading.horizDist != 0.0) {
     json["horizDist"] = NumberJson(reading.horizDist);
-    json["heightDiff"] = NumberJson(reading.heightDiff);
+  }
+  if (reading.heightDiff) {
+    json["heightDiff"] = NumberJson(*reading.heightDiff);
   }
   return json;
 }
@@ -86,7 +88,7 @@ Json SightJson(const Sight& sight, AngleUnit unit) {
   const bool measured = sight.slopeDist != 0.0;
   json["slopeDist"] = measured ? NumberJson(sight.slopeDist) : Json();
   json["horizDist"] = measured ? NumberJson(sight.horizDist) : Json();
-  json["heightDiff"] = measured ? NumberJson(sight.heightDiff) : Json();
+  json["heightDiff"] = measured && sight.hasHeight ? NumberJson(sight.heightDiff) : Json();
   json["th"] = NumberJson(sight.targetHeight);
   return json;
 }

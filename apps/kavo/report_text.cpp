@@ -215,7 +215,7 @@ class TextReporter {
         Item(cell.heading, bare ? cell.text : fmt::format("{} {}", cell.text, cell.unit));
       }
       ResidualTables(outcome);
-      if (!Plain(outcome)) {
+      if (!Remark(outcome).empty()) {
         Item("status", outcome.sentence);
       }
       if (!outcome.note.empty()) {
@@ -308,8 +308,10 @@ class TextReporter {
     }
   }
 
-  // True when the status says no more than that there is a result.
-  static bool Plain(const Outcome& outcome) { return outcome.sentence == kComputed.sentence; }
+  // What the status says beyond that there is a result.
+  static std::string_view Remark(const Outcome& outcome) {
+    return outcome.sentence == kComputed.sentence ? std::string_view() : outcome.sentence;
+  }
 
   // What all rows of a table have in common: found once, so that its cost grows with the rows
   // alone.
@@ -383,15 +385,18 @@ class TextReporter {
     if (!outcome.success) {
       return outcome.sentence;
     }
-    std::string worst = Plain(outcome) ? "" : outcome.sentence;
+    std::string_view worst;
     for (const auto& comparison : outcome.comparisons) {
       const auto verdict = Verdict(comparison);
       if (worst.empty() || worst == "ok") {
         worst = verdict;
       }
     }
-    return worst.empty() || outcome.note.empty() ? worst + outcome.note
-                                                 : worst + ", " + outcome.note;
+    std::string remarks;
+    for (const std::string_view remark : {worst, Remark(outcome), std::string_view(outcome.note)}) {
+      remarks += (remarks.empty() || remark.empty() ? "" : ", ") + std::string(remark);
+    }
+    return remarks;
   }
 
   void Table(std::size_t first, std::size_t last) {

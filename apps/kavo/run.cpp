@@ -95,11 +95,15 @@ class Runner {
     return input.value;
   }
 
-  // A sight is a list of one, with the point that it sights as its part.
+  // A sight is a list of one, with the point that it sights as its part. What does not tell a
+  // height gives no elevation of the station either.
   Sight SightOf(const Input& input) const {
     Sight sight = std::get<std::vector<Sight>>(input.value).front();
     if (!input.parts.empty()) {
       sight.point = std::get<CoordPt>(ValueOf(input.parts.front()));
+      if (!sight.hasHeight) {
+        sight.point.flags &= COORD_HAS_NE;
+      }
     }
     return sight;
   }

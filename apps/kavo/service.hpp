@@ -42,11 +42,11 @@ using Figure = std::shared_ptr<const Inputs>;
 /// What was read in one pointing, as it was read.
 struct Reading {
   IntAngle ha = 0;             ///< Horizontal reading.
-  std::optional<IntAngle> va;  ///< Zenith reading; a level sight without it.
+  std::optional<IntAngle> va;  ///< Zenith reading; a level sight of unknown height without it.
   bool face2 = false;
-  double slopeDist = 0.0;   ///< Metres; 0 when not measured, as the next two.
-  double horizDist = 0.0;   ///< Metres.
-  double heightDiff = 0.0;  ///< Point minus instrument, metres.
+  double slopeDist = 0.0;            ///< Metres; 0 when not measured, as the next.
+  double horizDist = 0.0;            ///< Metres.
+  std::optional<double> heightDiff;  ///< Target minus instrument, metres; none when not measured.
 };
 
 /// What two readings of one sight on both faces say of the instrument.
@@ -68,6 +68,7 @@ struct Sight {
   double slopeDist = 0.0;            ///< Metres; 0 when none was measured, as the next two.
   double horizDist = 0.0;            ///< Metres.
   double heightDiff = 0.0;           ///< Point minus instrument, metres.
+  bool hasHeight = false;            ///< Whether the readings tell a height.
   double targetHeight = 0.0;         ///< Metres.
 };
 
@@ -168,7 +169,8 @@ class Inputs {
 
 /// What a call gave.
 struct Answer {
-  std::int32_t status;         ///< Of the export; STATUS_OK for an export without one.
+  std::int32_t
+      status;  ///< Of the export, or of kavo's own check; STATUS_OK for an export without one.
   std::vector<Value> outputs;  ///< One for each output field, in the table's order.
   std::string note{};  ///< What a reader of the result must know beyond the table; or empty.
   /// Why there is no result although the export reports none missing; or empty.

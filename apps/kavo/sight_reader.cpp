@@ -55,7 +55,9 @@ Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   reading.face2 = ReadFace2(at, reading.va);
   reading.slopeDist = at.Number("slopeDist", 0.0);
   reading.horizDist = at.Number("horizDist", 0.0);
-  reading.heightDiff = at.Number("heightDiff", 0.0);
+  if (at.Find("heightDiff") != nullptr) {
+    reading.heightDiff = at.Number("heightDiff", 0.0);
+  }
   return reading;
 }
 
@@ -130,7 +132,7 @@ class SightList {
       at.FailHere("th", "differs from that of the other face: they are not one sight");
     }
     if (const auto trouble = FaceTrouble(first.readings.front(), reading); !trouble.empty()) {
-      at.FailHere("point", fmt::format("{} {}", Quoted(sight.name), trouble));
+      at.FailHere("point", fmt::format("{}: {}", Quoted(sight.name), trouble));
     }
     first.readings.push_back(reading);
     waiting.indices.erase(waiting.indices.begin());
@@ -154,6 +156,8 @@ Input ReadSights(const InputReader& inputs, const TomlReader& at, const toml::no
     for (const auto& [place, table] : ReadCsvTables(path, kKeys)) {
       list.Add(TomlReader(table, place, "", nullptr));
     }
+  } else if (!node.is_array()) {
+    at.Fail(node, field.name, "write a list of sights, or the name of a CSV file");
   } else {
     for (const auto& element : at.ArrayOf(node, field.name)) {
       list.Add(at.Inner(at.TableOf(element, field.name), field.name));

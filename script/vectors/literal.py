@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """A second road to every result: the exports written down formula by formula.
 
-Nothing is arranged for speed or for reuse. The modules cogo, measure, reference and planes perform
-the operations of each formula in their order, in IEEE doubles and wrapping 32-bit integers, so that
-the library can be compared with them to the bit; the modules named ..._cases say what is asked.
+Nothing is arranged for speed or for reuse. The modules cogo, measure, reference, planes, station
+and multi perform the operations of each formula in their order, in IEEE doubles and wrapping 32-bit
+integers, so that the library can be compared with them to the bit; below multi lies the adjustment,
+in resect, approx and lsq. The modules named ..._cases say what is asked.
 
 Run as a program this writes the files in tests/vectors; with --check it only compares them.
 """
@@ -19,20 +20,26 @@ import cogo_cases
 import ieee
 import measure
 import measure_cases
+import multi
+import multi_cases
 import plane_cases
 import planes
 import reference
 import reference_cases
+import station
+import station_cases
 from cases import Call, Source, Vector
 from records import input_tokens, output_tokens, untouched
 
 VECTORS = Path(__file__).resolve().parents[2] / "tests" / "vectors"
 
 EXPORTS: dict[str, Callable[..., Any]] = (
-    cogo.EXPORTS | measure.EXPORTS | reference.EXPORTS | planes.EXPORTS)
+    cogo.EXPORTS | measure.EXPORTS | reference.EXPORTS | planes.EXPORTS
+    | station.EXPORTS | multi.EXPORTS)
 
 FILES: dict[str, tuple[Source, ...]] = (
-    cogo_cases.FILES | measure_cases.FILES | reference_cases.FILES | plane_cases.FILES)
+    cogo_cases.FILES | measure_cases.FILES | reference_cases.FILES | plane_cases.FILES
+    | station_cases.FILES | multi_cases.FILES)
 
 HEADER = """\
 # Inputs and results, to the bit, of
@@ -63,7 +70,8 @@ def call_text(call: Call) -> str:
     result_kind = kinds.pop("return")
     input_kinds = list(kinds.values())[: len(inputs)]
     output_kinds = list(kinds.values())[len(inputs) :]
-    outputs = [untouched(kind) for kind in output_kinds]
+    records = sum(len(value) for value in inputs if isinstance(value, list))
+    outputs = [untouched(kind, records) for kind in output_kinds]
     result = compute(*inputs, *outputs)
 
     tokens = [name]

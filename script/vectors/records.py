@@ -26,13 +26,16 @@ SLOPE_VERTICAL = 134217728.0
 
 STATUS_OK = 0
 ERR_REFUSED = -1
+ERR_NO_MEMORY = -3
 ERR_NO_BASE = -5
 ERR_NO_DIRECTION = -1200
 ERR_POINT_INVALID = -1201
 ERR_SIGHT_VERTICAL = -1202
 ERR_SIGHT_OFF_BASE = -1203
+ERR_NO_DISTANCE = -1204
 ERR_INDETERMINATE = -1205
 ERR_PARALLEL = -1206
+ERR_SAME_DIRECTION = -1207
 WARN_NO_ELEVATION = -1208
 WARN_SLOPE_VERTICAL = -1208
 WARN_SLOPE_LEVEL = -1209
@@ -144,14 +147,88 @@ class RefArcParams(Record):
 
 
 @dataclass
+class StnAngleObs(Record):
+    """Readings to a known point, height term in metres."""
+
+    point: CoordPt
+    ha: I32
+    va: I32
+    height_term: F64
+
+
+@dataclass
+class StnDistObs(Record):
+    """Readings and distances to a known point, metres; exactly 0.0 for no distance."""
+
+    point: CoordPt
+    local: CoordPt
+    ha: I32
+    va: I32
+    hd: F64
+    vd: F64
+    height_term: F64
+
+
+@dataclass
+class StnSetupResult(Record):
+    """A station from three points, or from two with the checks."""
+
+    station: CoordPt
+    orient: I32
+    reserved: I32  # not the last field, so that it stands among the others
+    dist_check: F64
+    dist_resid1: F64
+    dist_resid2: F64
+    elev_diff: F64
+
+
+@dataclass
+class MultiResectInput(Record):
+    """Readings and distances to a known point, metres; exactly 0.0 for no slope distance."""
+
+    point: CoordPt
+    ha: I32
+    va: I32
+    slope_dist: F64
+    horiz_dist: F64
+    height_diff: F64
+    height_term: F64
+
+
+@dataclass
+class MultiResectResult(Record):
+    """An adjusted station, with its standard deviations."""
+
+    station: CoordPt
+    orient: I32
+    reserved: I32  # not the last field, so that it stands among the others
+    sd_north: F64
+    sd_east: F64
+    elev_spread: F64
+
+
+@dataclass
+class MultiResectResidual(Record):
+    """What one sight misses by."""
+
+    hz_resid: I32
+    reserved: I32
+    dist_resid: F64
+    elev_resid: F64
+
+
+@dataclass
 class Number(Record):
     """What an output pointer to a single double points to."""
 
     value: F64
 
 
-def untouched(kind: Any) -> Any:
-    """A value of the kind as it looks before the call: every byte the same."""
+def untouched(kind: Any, count: int = 0) -> Any:
+    """A value of the kind as it looks before the call: every byte the same; a list has so many."""
+    if get_origin(kind) is list:
+        (record,) = get_args(kind)
+        return [untouched(record) for _ in range(count)]
     if dataclasses.is_dataclass(kind):
         return kind(*(untouched(field.type) for field in dataclasses.fields(kind)))
     (code,) = kind.__metadata__
@@ -172,7 +249,10 @@ def input_tokens(kind: Any, value: Any) -> list[str]:
 
 
 def output_tokens(kind: Any, value: Any) -> list[str]:
-    """The value with its reserved fields, which no call writes."""
+    """The value with its reserved fields, which no call writes; a list one record after another."""
+    if get_origin(kind) is list:
+        (record,) = get_args(kind)
+        return [token for item in value for token in output_tokens(record, item)]
     return _tokens(kind, value, with_reserved=True)
 
 

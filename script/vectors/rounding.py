@@ -6,6 +6,7 @@ where the true value lies close to the middle between two doubles; a vector must
 """
 
 import decimal
+import functools
 import math
 from decimal import Decimal
 
@@ -22,6 +23,11 @@ def other_answer(name: str, arguments: tuple[float, ...], value: float) -> float
     """What another library may answer for the named function; the value itself beyond doubt."""
     if not all(map(math.isfinite, (*arguments, value))) or value == 0.0:
         return value
+    return _other_number(name, arguments, value)
+
+
+@functools.cache  # formulas ask for the same sine again and again
+def _other_number(name: str, arguments: tuple[float, ...], value: float) -> float:
     with decimal.localcontext(_CONTEXT):
         error = _error(name, *map(Decimal, arguments), value=Decimal(value))
         if abs(error) / Decimal(math.ulp(value)) < Decimal("0.5") - DOUBTFUL_ULPS:

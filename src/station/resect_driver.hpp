@@ -14,10 +14,12 @@ inline constexpr std::int32_t kEngineNotConverged = 1;
 
 /// Result of an adjustment. In the plane `elev` and `sdElev` are kValueAbsent.
 struct ResectSolution {
-  double north;     ///< Of the station, metres.
-  double east;      ///< Of the station, metres.
-  double elev;      ///< Of the station, metres.
-  double orient;    ///< Azimuth of the zero direction of the circle, radians in [0, 2 pi).
+  double north;  ///< Of the station, metres.
+  double east;   ///< Of the station, metres.
+  double elev;   ///< Of the station, metres.
+  /// Azimuth of the zero direction of the circle, radians, after one step of a full circle towards
+  /// [0, 2 pi): an adjustment that has gone astray can leave it outside.
+  double orient;
   double sdNorth;   ///< Standard deviation of `north`, metres.
   double sdEast;    ///< Standard deviation of `east`, metres.
   double sdElev;    ///< Standard deviation of `elev`, metres.

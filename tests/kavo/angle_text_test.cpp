@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
+
 namespace {
 
 using namespace kavo_app;
@@ -9,9 +11,35 @@ using namespace kavo_app;
 constexpr AngleUnit kAllUnits[] = {AngleUnit::kDms, AngleUnit::kGon, AngleUnit::kDegrees,
                                    AngleUnit::kRaw};
 
-TEST(AngleText, ReadsBackAsTheSameAngle) {
+// Every angle of a circle, less under the sanitizers, which make it slow.
+#ifdef __SANITIZE_ADDRESS__
+constexpr IntAngle kStep = 101;
+#else
+constexpr IntAngle kStep = 1;
+#endif
+
+// The angles in [first, last) whose text does not read back or shows 60 minutes or seconds.
+int CountLost(AngleUnit unit, IntAngle first, IntAngle last) {
+  int lost = 0;
+  for (IntAngle angle = first; angle < last; angle += kStep) {
+    const auto text = AngleText(angle, unit);
+    const bool sixty = unit == AngleUnit::kDms && text.find("-60") != text.npos;
+    lost += ReadAngle(text, unit).angle == angle && !sixty ? 0 : 1;
+  }
+  return lost;
+}
+
+TEST(AngleText, EveryAngleReadsBack) {
   for (const auto unit : kAllUnits) {
-    for (IntAngle angle = -ANGLE_FULL_CIRCLE; angle <= ANGLE_FULL_CIRCLE; angle += 101) {
+    auto firstHalf = std::async(std::launch::async, CountLost, unit, 0, ANGLE_HALF_CIRCLE);
+    EXPECT_EQ(0, CountLost(unit, ANGLE_HALF_CIRCLE, ANGLE_FULL_CIRCLE + 1)) << UnitText(unit);
+    EXPECT_EQ(0, firstHalf.get()) << UnitText(unit);
+  }
+}
+
+TEST(AngleText, NegativeAnglesReadBack) {
+  for (const auto unit : kAllUnits) {
+    for (IntAngle angle = -ANGLE_FULL_CIRCLE; angle < 0; angle += 101) {
       const auto text = AngleText(angle, unit);
       ASSERT_EQ(angle, ReadAngle(text, unit).angle) << text;
     }
@@ -35,6 +63,13 @@ TEST(ReadAngle, TakesWhatANotationAllows) {
       {"-0-30-00", AngleUnit::kDms, -30 * 960},
       {"+1-00-00", AngleUnit::kDms, 57600},
       {"360-00-00", AngleUnit::kDms, ANGLE_FULL_CIRCLE},
+      {"12\u00B034'56.78\"", AngleUnit::kDms, 12 * 57600 + 34 * 960 + 56 * 16 + 12},
+      {"-0\u00B030'00\"", AngleUnit::kDms, -30 * 960},
+      {"12\u00B034'56", AngleUnit::kDms, {}},
+      {"12\u00B034\"", AngleUnit::kDms, {}},
+      {"12\u00B0'\"", AngleUnit::kDms, {}},
+      {"12\u00B060'00\"", AngleUnit::kDms, {}},
+      {"12-34'56\"", AngleUnit::kDms, {}},
       {"12-60-00", AngleUnit::kDms, {}},
       {"12-00-60", AngleUnit::kDms, {}},
       {"12-30", AngleUnit::kDms, {}},
@@ -47,6 +82,7 @@ TEST(ReadAngle, TakesWhatANotationAllows) {
       {"", AngleUnit::kDms, {}},
       {"100", AngleUnit::kGon, ANGLE_QUARTER_CIRCLE},
       {"-0.5", AngleUnit::kDegrees, -30 * 960},
+      {"+0.5", AngleUnit::kDegrees, 30 * 960},
       {"400.1", AngleUnit::kGon, {}},
       {"nan", AngleUnit::kDegrees, {}},
       {"1.5", AngleUnit::kRaw, {}},

@@ -1,0 +1,62 @@
+// Lists of control points.
+#include <cmath>
+#include <cstring>
+
+#include "control_points.hpp"
+#include "readers.hpp"
+
+namespace kavo_fuzz {
+namespace {
+
+using namespace kavo_app;
+
+// A number that reads back as the same.
+std::string Digits(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.17g", number);
+  return text;
+}
+
+std::string Quoted(std::string_view name) {
+  std::string text = "\"";
+  for (const char c : name) {
+    text += c == '"' ? "\"\"" : std::string(1, c);
+  }
+  return text + '"';
+}
+
+std::string ListOf(const ControlPoints& points) {
+  std::string list;
+  for (const auto& [name, point] : points) {
+    const bool hasElev = (point.flags & COORD_HAS_ELEV) != 0;
+    list += Quoted(name) + ',' + Digits(point.north) + ',' + Digits(point.east) + ',' +
+            (hasElev ? Digits(point.elev) : "") + ",\n";
+  }
+  return list;
+}
+
+}  // namespace
+}  // namespace kavo_fuzz
+
+// What is read is finite, and written as a list it is read as the same.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace kavo_fuzz;
+  static const Folder folder;
+  const std::string text(data, data + size);
+  ControlPoints points;
+  const auto path = folder.Write("points.csv", text);
+  if (!Reads(path, [&] { ReadControlPoints(path, points); })) {
+    return 0;
+  }
+  for (const auto& [name, point] : points) {
+    Hold(!name.empty() && std::isfinite(point.north) && std::isfinite(point.east) &&
+             std::isfinite(point.elev) && (point.flags == 1 || point.flags == 3),
+         "ReadControlPoints", "gives points with names and numbers", text);
+  }
+  ControlPoints again;
+  const std::string list = ListOf(points);
+  const auto copy = folder.Write("copy.csv", list);
+  Hold(Reads(copy, [&] { ReadControlPoints(copy, again); }) && ListOf(again) == list,
+       "ReadControlPoints", "reads its own points again", list);
+  return 0;
+}
