@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "geometry.hpp"
+#include "heap.hpp"
 #include "trust.hpp"
 
 namespace kavo_app {
@@ -168,6 +169,7 @@ bool Outcome::Good() const {
 // Outputs stay without value when there is no result.
 void CallService(const Service& service, Outcome& outcome) {
   Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs));
+  ReclaimHeap();
   outcome.outputs.resize(service.outputs.size());
   const auto* row = FindStatus(service, answer.status);
   if (row == nullptr || answer.outputs.size() != outcome.outputs.size()) {
