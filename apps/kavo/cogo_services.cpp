@@ -212,13 +212,13 @@ constexpr std::array kServices = {
     Service{"grade", "KavoCogoCalcSlopeByDist", "grade and ratio of a slope", kGradeIn, kGradeOut,
             kGradeStatus, Grade},
     Service{"foot", "KavoCogoCalcPtLine", "foot of the perpendicular from a point to a line",
-            kFootIn, kFootOut, kLineStatus, Foot},
+            kFootIn, kFootOut, kLineStatus, Foot, kLosesDigits},
     Service{"offset-point", "KavoCogoOffsetToCoord", "point at a chainage and offset of a line",
             kOffsetPointIn, kPointOut, kLineStatus, OffsetPoint},
     Service{"transform-line", "KavoCogoCalcTransLine", "line turned and shifted", kTransformLineIn,
             kTransformLineOut, kLineStatus, TransformLine},
     Service{"area", "KavoCogoCalcArea", "plane area of a polygon", kAreaIn, kAreaOut, kAreaStatus,
-            Area},
+            Area, kLosesDigits},
 };
 
 }  // namespace

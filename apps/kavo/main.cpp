@@ -2,13 +2,14 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
 
+#include "help.hpp"
 #include "output_file.hpp"
+#include "pipe.hpp"
 #include "run_command.hpp"
 #include "service.hpp"
 #include "user_error.hpp"
@@ -23,38 +24,30 @@ constexpr int kNotGood = 1;   // a step failed, was skipped or is out of toleran
 constexpr int kBadInput = 2;  // nothing was run
 
 int List() {
-  for (const auto& service : Services()) {
-    fmt::print("{:<22} {}\n", service.name, service.summary);
-  }
+  fmt::print("{}", ServiceList());
   return kAllGood;
 }
 
-void PrintField(const Field& field) {
-  const auto& info = InfoOf(field.kind);
-  const auto unit =
-      info.unit == "angle" || info.unit.empty() ? std::string() : fmt::format(" [{}]", info.unit);
-  const std::string_view need = field.need == Need::kOptional ? " (optional)"
-                                : field.need == Need::kOneOf  ? " (one of these)"
-                                                              : "";
-  fmt::print("  {:<12} {}{}{}\n", field.name, field.meaning, unit, need);
-}
-
-int Help(const std::string& name) {
+int Help(const CLI::App& app, const std::string& name, bool man) {
+  if (man) {
+    fmt::print("{}", ManPage(app));
+    return kAllGood;
+  }
+  if (name.empty()) {
+    fmt::print("{}", app.help());
+    return kAllGood;
+  }
+  for (const auto* command : app.get_subcommands({})) {
+    if (command->check_name(name)) {
+      fmt::print("{}", command->help("kavo"));
+      return kAllGood;
+    }
+  }
   const auto* service = FindService(name);
   if (service == nullptr) {
     throw UserError({"kavo help", 0}, name, "is no service; kavo list names them");
   }
-  fmt::print("{}: {}\n\ninputs\n", service->name, service->summary);
-  for (const auto& field : service->inputs) {
-    PrintField(field);
-    fmt::print("  {:<12}   {}\n", "", InfoOf(field.kind).writing);
-  }
-  fmt::print("\noutputs\n");
-  std::ranges::for_each(service->outputs, PrintField);
-  fmt::print("\nstatuses of {}\n", service->exportName);
-  for (const auto& status : service->statuses) {
-    fmt::print("  {:<12} {}\n", status.code, status.sentence);
-  }
+  fmt::print("{}", ServiceHelp(*service, MayColour()));
   return kAllGood;
 }
 
@@ -75,9 +68,17 @@ int Dispatch(int argc, char** argv) {
   std::string service;
   auto* run = app.add_subcommand("run", "Run a job and print its report");
   AddRunOptions(*run, options);
+  std::size_t firstLine = 1;
+  auto* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
+  pipe->footer("kavo help SERVICE shows a request of each service.");
+  pipe->add_option("--first-line", firstLine, "Number of the first line, in messages")
+      ->capture_default_str();
   auto* list = app.add_subcommand("list", "List the services");
-  auto* help = app.add_subcommand("help", "Show a service's fields, units and statuses");
-  help->add_option("SERVICE", service, "Name of the service")->required();
+  auto* help =
+      app.add_subcommand("help", "Show a service's fields, units and statuses, with an example");
+  help->add_option("SERVICE", service, "Name of a service or command; the commands when absent");
+  bool man = false;
+  help->add_flag("--man", man, "Print the manual page, for man -l -");
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& success) {
@@ -89,7 +90,13 @@ int Dispatch(int argc, char** argv) {
   if (list->parsed()) {
     return List();
   }
-  return help->parsed() ? Help(service) : RunCommand(options) ? kAllGood : kNotGood;
+  if (pipe->parsed()) {
+    return AnswerLines(firstLine) ? kAllGood : kNotGood;
+  }
+  if (help->parsed()) {
+    return Help(app, service, man);
+  }
+  return RunCommand(options) ? kAllGood : kNotGood;
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include <stdexcept>
 
 #include "geometry.hpp"
+#include "heap.hpp"
+#include "trust.hpp"
 
 namespace kavo_app {
 namespace {
@@ -50,36 +52,11 @@ class Runner {
       }
       outcome.inputs.push_back(ValueOf(input));
     }
-    Take(step, step.service->call(Inputs(step.service->inputs, outcome.inputs)), outcome);
+    CallService(*step.service, outcome);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
     }
     return outcome;
-  }
-
-  // What the service answered; outputs stay without value when there is no result.
-  static void Take(const Step& step, Answer answer, Outcome& outcome) {
-    const auto* row = FindStatus(*step.service, answer.status);
-    if (row == nullptr || answer.outputs.size() != outcome.outputs.size()) {
-      throw std::logic_error(fmt::format("service {}: its table does not fit status {}",
-                                         step.service->name, answer.status));
-    }
-    outcome.ran = true;
-    outcome.status = answer.status;
-    outcome.sentence = row->sentence;
-    outcome.success = row->success;
-    outcome.passed = row->good;
-    if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
-      answer.trouble = "the result is not a finite number: check the size of the inputs";
-    }
-    if (!answer.trouble.empty()) {
-      outcome.success = false;
-      outcome.sentence = std::move(answer.trouble);
-    }
-    if (outcome.success) {
-      outcome.note = std::move(answer.note);
-      outcome.outputs = std::move(answer.outputs);
-    }
   }
 
   // The step whose result an input needs and that has none.
@@ -187,6 +164,34 @@ bool Outcome::Good() const {
   return success && passed && std::ranges::all_of(comparisons, [](const auto& comparison) {
            return Available(comparison.computed) && comparison.within.value_or(true);
          });
+}
+
+// Outputs stay without value when there is no result.
+void CallService(const Service& service, Outcome& outcome) {
+  Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs));
+  ReclaimHeap();
+  outcome.outputs.resize(service.outputs.size());
+  const auto* row = FindStatus(service, answer.status);
+  if (row == nullptr || answer.outputs.size() != outcome.outputs.size()) {
+    throw std::logic_error(
+        fmt::format("service {}: its table does not fit status {}", service.name, answer.status));
+  }
+  outcome.ran = true;
+  outcome.status = answer.status;
+  outcome.sentence = row->sentence;
+  outcome.success = row->success;
+  outcome.passed = row->good;
+  if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
+    answer.trouble = "the result is not a finite number: check the size of the inputs";
+  }
+  if (!answer.trouble.empty()) {
+    outcome.success = false;
+    outcome.sentence = std::move(answer.trouble);
+  }
+  if (outcome.success) {
+    outcome.note = std::move(answer.note);
+    outcome.outputs = std::move(answer.outputs);
+  }
 }
 
 std::vector<Outcome> RunJob(const Job& job) { return Runner(job).Run(); }

@@ -35,6 +35,9 @@ struct Outcome {
   bool Good() const;
 };
 
+/// Calls a service with the inputs that the outcome holds and notes what came of it.
+void CallService(const Service& service, Outcome& outcome);
+
 /// Runs all steps on an instrument with the job's settings. A step that fails leaves its outputs
 /// without value; what depends on them is skipped.
 std::vector<Outcome> RunJob(const Job& job);

@@ -154,6 +154,9 @@ class Inputs {
   /// True when the service has such an input and the job gives it.
   bool Has(std::string_view name) const;
 
+  std::span<const Field> Fields() const { return fields_; }
+  const std::vector<Value>& Values() const { return values_; }
+
  private:
   const Value& Find(std::string_view name) const;
   template <class T>
@@ -187,6 +190,8 @@ struct Service {
   std::span<const Field> outputs;
   std::span<const StatusRow> statuses;
   Answer (*call)(const Inputs& in);
+  /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
+  bool losesDigits = false;
 };
 
 /// All services, in the order in which they are listed.

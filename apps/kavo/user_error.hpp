@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kavo_app {
 
@@ -36,9 +37,16 @@ struct UserError : std::runtime_error {
   /// @param field  what is wrong there, such as "step 3001: azimuth"; may be empty.
   /// @param advice  what is wrong with it and what would be right.
   UserError(const Place& place, const std::string& field, const std::string& advice)
+      : UserError(place, (field.empty() ? "" : field + ": ") + advice) {}
+
+  std::string complaint;  ///< The field and the advice, for who knows the place.
+
+ private:
+  UserError(const Place& place, std::string fieldAndAdvice)
       : std::runtime_error(InOneLine(place.file +
                                      (place.line > 0 ? ':' + std::to_string(place.line) : "") +
-                                     ": " + (field.empty() ? "" : field + ": ") + advice)) {}
+                                     ": " + fieldAndAdvice)),
+        complaint(std::move(fieldAndAdvice)) {}
 };
 
 }  // namespace kavo_app
