@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "angle_text.hpp"
+#include "base/angle_text.hpp"
 #include "readers.hpp"
 
 namespace kavo_fuzz {

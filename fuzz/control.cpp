@@ -2,7 +2,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "control_points.hpp"
+#include "job/control_points.hpp"
 #include "readers.hpp"
 
 namespace kavo_fuzz {

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "job.hpp"
+#include "job/job.hpp"
 #include "readers.hpp"
-#include "report.hpp"
+#include "report/report.hpp"
 #include "run.hpp"
 
 namespace kavo_fuzz {

@@ -1,7 +1,7 @@
 // Requests as kavo pipe answers them: any bytes are a line.
 #include <nlohmann/json.hpp>
 
-#include "pipe_answer.hpp"
+#include "pipe/pipe_answer.hpp"
 #include "readers.hpp"
 
 namespace kavo_fuzz {

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "fail.hpp"
-#include "user_error.hpp"
+#include "base/user_error.hpp"
 
 namespace kavo_fuzz {
 

@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "example.hpp"
+#include "service/example.hpp"
 
 namespace kavo_app {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "service.hpp"
+#include "service/service.hpp"
 
 namespace CLI {  // NOLINT(readability-identifier-naming): its own name
 class App;

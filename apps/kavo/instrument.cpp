@@ -1,8 +1,8 @@
 // A worked example of a host build: the five functions that the library asks its host.
 #include "instrument.hpp"
 
+#include "base/geometry.hpp"
 #include "core/host.hpp"
-#include "geometry.hpp"
 
 namespace kavo_app {
 namespace {

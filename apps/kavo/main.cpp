@@ -7,12 +7,12 @@
 #include <exception>
 #include <string>
 
+#include "base/output_file.hpp"
+#include "base/user_error.hpp"
 #include "help.hpp"
-#include "output_file.hpp"
-#include "pipe.hpp"
+#include "pipe/pipe.hpp"
 #include "run_command.hpp"
-#include "service.hpp"
-#include "user_error.hpp"
+#include "service/service.hpp"
 
 namespace {
 

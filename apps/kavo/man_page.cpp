@@ -3,8 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "example.hpp"
 #include "help.hpp"
+#include "service/example.hpp"
 
 namespace kavo_app {
 namespace {

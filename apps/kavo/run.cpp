@@ -6,9 +6,9 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "geometry.hpp"
+#include "base/geometry.hpp"
 #include "heap.hpp"
-#include "trust.hpp"
+#include "service/trust.hpp"
 
 namespace kavo_app {
 namespace {

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "job.hpp"
+#include "job/job.hpp"
 
 namespace kavo_app {
 

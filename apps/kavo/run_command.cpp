@@ -4,9 +4,9 @@
 #include <array>
 #include <vector>
 
-#include "output_file.hpp"
-#include "report.hpp"
-#include "user_error.hpp"
+#include "base/output_file.hpp"
+#include "base/user_error.hpp"
+#include "report/report.hpp"
 
 namespace kavo_app {
 namespace {

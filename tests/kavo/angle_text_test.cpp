@@ -1,4 +1,4 @@
-#include "angle_text.hpp"
+#include "base/angle_text.hpp"
 
 #include <gtest/gtest.h>
 

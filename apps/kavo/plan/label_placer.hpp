@@ -1,0 +1,61 @@
+// Finds room for the labels of a drawing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "plan/paper.hpp"
+
+namespace kavo_app {
+
+struct Label {
+  PaperSpot anchor;                ///< What it belongs to.
+  double clearance;                ///< Half the size of the symbol there, millimetres.
+  std::vector<std::string> lines;  ///< One below the other.
+  bool mayCover = false;           ///< Best on its anchor, where there is no symbol.
+};
+
+struct PlacedLabel {
+  PaperBox box;
+  std::vector<std::string> lines;
+  std::optional<PaperSpot>
+      leaderFrom;  ///< Set when it lies so far off that a line must lead there.
+};
+
+inline constexpr double kLabelSize = 2.4;     ///< Of the font, millimetres.
+inline constexpr double kLabelLeading = 2.9;  ///< From line to line, millimetres.
+
+/// Puts labels beside their points, or farther off with a leader, so that none lies on a symbol or
+/// on another label.
+class LabelPlacer {
+ public:
+  /// @param frame  what every label stays in.
+  explicit LabelPlacer(const PaperBox& frame);
+
+  /// Keeps all labels off a box.
+  void Block(const PaperBox& box);
+  /// Lets labels cross the line only where there is no better room.
+  void Avoid(PaperSpot from, PaperSpot to);
+  /// The place of a label, which blocks it for the next ones; none when there is no room.
+  std::optional<PlacedLabel> Place(const Label& label);
+
+ private:
+  struct Obstacle {
+    PaperBox box;
+    bool hard;
+  };
+  /// How bad a place is; none where it is impossible.
+  std::optional<double> CostOf(const PaperBox& box) const;
+  bool LeaderIsFree(const Label& label, const PaperBox& box) const;
+  void Add(const Obstacle& obstacle);
+  template <class Visitor>
+  bool AnyNear(const PaperBox& box, Visitor visitor) const;
+
+  PaperBox frame_;
+  std::size_t columns_;
+  std::size_t rows_;
+  std::vector<std::vector<Obstacle>> cells_;  // a grid over the frame, row by row
+};
+
+}  // namespace kavo_app

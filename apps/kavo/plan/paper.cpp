@@ -1,0 +1,79 @@
+#include "plan/paper.hpp"
+
+#include <cmath>
+
+namespace kavo_app {
+namespace {
+
+constexpr std::string_view kDots = "…";
+
+bool StartsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
+
+// In the height of the font; after the widest of the usual fonts.
+double CharacterWidth(char first) {
+  constexpr std::string_view kNarrow = " .,:;'!|ilIjftr()-/[]";
+  constexpr std::string_view kWide = "mwMW%@+=<>~#";
+  if (static_cast<unsigned char>(first) >= 0x80 || kWide.find(first) != kWide.npos) {
+    return 1.0;
+  }
+  if (kNarrow.find(first) != kNarrow.npos) {
+    return 0.42;
+  }
+  return first >= 'A' && first <= 'Z' ? 0.8 : 0.64;
+}
+
+// The longest start of a text, in whole characters, that a width holds.
+std::size_t FittingBytes(std::string_view text, double size, double width) {
+  std::size_t end = 0;
+  for (std::size_t i = 1; i <= text.size(); ++i) {
+    if ((i == text.size() || StartsCharacter(text[i])) &&
+        TextWidth(text.substr(0, i), size) <= width) {
+      end = i;
+    }
+  }
+  return end;
+}
+
+}  // namespace
+
+double TextWidth(std::string_view text, double size) {
+  double width = 0.0;
+  for (const char byte : text) {
+    width += StartsCharacter(byte) ? CharacterWidth(byte) : 0.0;
+  }
+  return width * size;
+}
+
+std::vector<std::string> WrappedText(std::string_view text, double size, double width,
+                                     std::size_t mostLines) {
+  std::vector<std::string> lines;
+  while (!text.empty()) {
+    if (TextWidth(text, size) <= width) {
+      lines.emplace_back(text);
+      break;
+    }
+    if (lines.size() + 1 == mostLines) {
+      const auto end = FittingBytes(text, size, width - size);
+      lines.push_back(std::string(text.substr(0, end)) + std::string(kDots));
+      break;
+    }
+    const auto fitting = FittingBytes(text, size, width);
+    const auto space = text.substr(0, fitting + 1).rfind(' ');
+    const bool atSpace = space != text.npos && space > 0;
+    lines.emplace_back(text.substr(0, atSpace ? space : std::max<std::size_t>(fitting, 1)));
+    text.remove_prefix(lines.back().size() + (atSpace ? 1 : 0));
+  }
+  return lines;
+}
+
+double RoundUp(double number) {
+  const double power = std::pow(10.0, std::floor(std::log10(number)));
+  for (const double step : {1.0, 2.0, 2.5, 5.0}) {
+    if (step * power >= number * (1.0 - 1e-9)) {
+      return step * power;
+    }
+  }
+  return 10.0 * power;
+}
+
+}  // namespace kavo_app

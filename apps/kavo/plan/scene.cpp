@@ -1,0 +1,130 @@
+#include "plan/scene.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace kavo_app {
+namespace {
+
+// Farther away is no place on earth, and its differences would overflow.
+constexpr double kFarthest = 1e9;
+
+bool OnEarth(Spot spot) {
+  return std::fabs(spot.right) < kFarthest && std::fabs(spot.up) < kFarthest;
+}
+
+// A point without a name is any that lies there.
+bool IsSame(const ScenePoint& known, const ScenePoint& next) {
+  return known.at.right == next.at.right && known.at.up == next.at.up &&
+         (known.name == next.name || next.name.empty());
+}
+
+// One line set twice, but for what its directions are rounded to, has its ticks once.
+bool Same(const Chainage& one, const Chainage& other) {
+  const auto near = [&one](Spot a, Spot b) {
+    constexpr double kRounding = 1e-4;
+    return std::hypot(a.right - b.right, a.up - b.up) <= kRounding * one.length;
+  };
+  return near(one.vertices.front(), other.vertices.front()) &&
+         near(one.vertices[one.vertices.size() / 2], other.vertices[other.vertices.size() / 2]) &&
+         near(one.vertices.back(), other.vertices.back());
+}
+
+template <class T>
+void Move(std::vector<T>& from, std::vector<T>& to) {
+  std::ranges::move(from, std::back_inserter(to));
+}
+
+}  // namespace
+
+void Extent::Include(Spot spot) {
+  if (Empty()) {
+    *this = {spot.right, spot.right, spot.up, spot.up};
+    return;
+  }
+  left = std::min(left, spot.right);
+  right = std::max(right, spot.right);
+  bottom = std::min(bottom, spot.up);
+  top = std::max(top, spot.up);
+}
+
+void Extent::Include(const Extent& other) {
+  if (!other.Empty()) {
+    Include(Spot{other.left, other.bottom});
+    Include(Spot{other.right, other.top});
+  }
+}
+
+void AddPoint(Scene& scene, ScenePoint point) {
+  if (!OnEarth(point.at)) {
+    return;
+  }
+  const auto known = std::ranges::find_if(
+      scene.points, [&point](const ScenePoint& other) { return IsSame(other, point); });
+  if (known == scene.points.end()) {
+    scene.points.push_back(std::move(point));
+    return;
+  }
+  known->role = std::max(known->role, point.role);
+  for (auto& detail : point.details) {
+    if (std::ranges::find(known->details, detail) == known->details.end()) {
+      known->details.push_back(std::move(detail));
+    }
+  }
+}
+
+void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices) {
+  if (std::ranges::all_of(vertices, OnEarth)) {
+    scene.paths.push_back({std::move(vertices), stroke});
+  }
+}
+
+void Append(Scene& scene, Scene other) {
+  for (auto& point : other.points) {
+    AddPoint(scene, std::move(point));
+  }
+  Move(other.paths, scene.paths);
+  for (auto& chainage : other.chainages) {
+    if (std::ranges::none_of(scene.chainages,
+                             [&](const Chainage& known) { return Same(known, chainage); })) {
+      scene.chainages.push_back(std::move(chainage));
+    }
+  }
+  Move(other.captions, scene.captions);
+  Move(other.residuals, scene.residuals);
+  Move(other.deviations, scene.deviations);
+}
+
+Extent ExtentOf(const Scene& scene) {
+  if (!scene.window.Empty()) {
+    return scene.window;
+  }
+  Extent extent;
+  for (const auto& point : scene.points) {
+    extent.Include(point.at);
+  }
+  for (const auto& path : scene.paths) {
+    for (const auto& spot : path.vertices) {
+      extent.Include(spot);
+    }
+  }
+  return extent;
+}
+
+std::string MetresText(double metres) {
+  auto text = fmt::format("{:.3f}", metres);
+  return text == "-0.000" ? "0.000" : text;
+}
+
+std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes) {
+  auto scenes = PlanScenes(job, outcomes);
+  for (auto more : {FacadeScenes(job, outcomes), SectionScenes(job, outcomes)}) {
+    Move(more, scenes);
+  }
+  return WithDetails(std::move(scenes));
+}
+
+}  // namespace kavo_app

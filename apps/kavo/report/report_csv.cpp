@@ -1,0 +1,43 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/geometry.hpp"
+#include "report/coordinates.hpp"
+#include "report/report.hpp"
+
+namespace kavo_app {
+namespace {
+
+// In quotation marks where a comma, a mark or an edge blank would be read otherwise.
+std::string CsvField(std::string_view text) {
+  const bool plain =
+      text.find_first_of(",\"\r\n") == text.npos && !text.starts_with(' ') && !text.ends_with(' ');
+  if (plain) {
+    return std::string(text);
+  }
+  std::string out = "\"";
+  for (const char c : text) {
+    out += c == '"' ? "\"\"" : std::string(1, c);
+  }
+  return out + '"';
+}
+
+}  // namespace
+
+std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes) {
+  std::string out = "name,north [m],east [m],elevation [m],description\n";
+  for (const auto& point : AllPoints(job, outcomes)) {
+    if (!point.service.empty()) {
+      fmt::format_to(std::back_inserter(out), "{},{},{},{},{}{}\n", CsvField(point.name),
+                     point.at.north, point.at.east,
+                     HasElev(point.at) ? fmt::format("{}", point.at.elev) : "",
+                     CsvField(point.code.empty() ? point.service : point.code),
+                     point.good ? "" : " (out of tolerance)");
+    }
+  }
+  return out;
+}
+
+}  // namespace kavo_app

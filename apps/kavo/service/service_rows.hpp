@@ -1,0 +1,34 @@
+// Fields and statuses that several families of services share.
+#pragma once
+
+#include <array>
+
+#include "service/service.hpp"
+
+namespace kavo_app {
+
+inline constexpr StatusRow kComputed{KAVO_STATUS(STATUS_OK), true, "computed"};
+inline constexpr StatusRow kPointInvalid{KAVO_STATUS(ERR_POINT_INVALID), false,
+                                         "a point has no position, or no elevation where one is "
+                                         "needed: give its north and east, and elev"};
+inline constexpr StatusRow kNoBase{KAVO_STATUS(ERR_NO_BASE), false,
+                                   "there is no base: set one in an earlier step"};
+inline constexpr StatusRow kLinePointsCoincide{
+    KAVO_STATUS(ERR_NO_DIRECTION), false,
+    "the line's two points coincide: give two different points"};
+
+// Measured: moving a scene from the origin to the coordinates of a national grid changes what these
+// services give by more than a tenth of a millimetre, for some scenes by metres.
+inline constexpr bool kLosesDigits = true;
+
+inline constexpr std::array kPointOut = {
+    Field{"point", Kind::kPoint, "the computed point"},
+};
+
+// Where the instrument stands, for what is aimed at or sighted from there.
+inline constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height; 0 when absent",
+                                         Need::kOptional};
+inline constexpr Field kOrient{"orient", Kind::kAzimuth,
+                               "azimuth of the circle's zero; 0 when absent", Need::kOptional};
+
+}  // namespace kavo_app

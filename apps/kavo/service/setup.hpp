@@ -1,0 +1,27 @@
+// What all set-ups of a station share: fields, and what is made of a sight.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "service/service.hpp"
+
+namespace kavo_app {
+
+inline constexpr Field kAxisHeight{"ih", Kind::kLength,
+                                   "instrument height; 0 when absent, for the axis's elevation",
+                                   Need::kOptional};
+inline constexpr Field kSetUpStation{"station", Kind::kPoint, "the station"};
+inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the circle's zero"};
+
+/// Metres to add to a sighted point's elevation to come to the station's ground mark.
+double HeightTerm(const Sight& sight, const Inputs& in);
+
+/// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
+/// Empty when there are none.
+std::string FaceNote(const std::vector<Sight>& sights);
+
+/// A check's value; none when it could not be formed.
+Value CheckWhere(bool formed, double check);
+
+}  // namespace kavo_app

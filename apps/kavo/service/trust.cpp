@@ -1,0 +1,173 @@
+#include "service/trust.hpp"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/geometry.hpp"
+
+namespace kavo_app {
+namespace {
+
+// Reports print metres and square metres to four decimals.
+constexpr double kLastDigit = 1e-4;
+
+// Where the first point of a moved scene comes to lie, in both coordinates, metres. At the origin
+// itself the cosine that a right angle should not have would survive being added to a coordinate.
+constexpr double kNearOrigin = 100.0;
+
+// What the coordinates of a scene are moved by, in whole metres so that nothing is rounded.
+struct Shift {
+  double north = 0.0;
+  double east = 0.0;
+
+  Shift Back() const { return {-north, -east}; }
+};
+
+CoordPt Moved(CoordPt point, const Shift& shift) {
+  point.north += shift.north;
+  point.east += shift.east;
+  return point;
+}
+
+Value Moved(const Value& value, const Shift& shift);
+
+Figure Moved(const Figure& figure, const Shift& shift) {
+  std::vector<Value> values;
+  for (const auto& value : figure->Values()) {
+    values.push_back(Moved(value, shift));
+  }
+  return std::make_shared<const Inputs>(figure->Fields(), std::move(values));
+}
+
+Value Moved(const Value& value, const Shift& shift) {
+  Value moved = value;
+  if (auto* point = std::get_if<CoordPt>(&moved)) {
+    *point = Moved(*point, shift);
+  } else if (auto* line = std::get_if<LineDef>(&moved)) {
+    line->p1 = Moved(line->p1, shift);
+    line->p2 = Moved(line->p2, shift);
+  } else if (auto* points = std::get_if<std::vector<CoordPt>>(&moved)) {
+    std::ranges::for_each(*points, [&](CoordPt& corner) { corner = Moved(corner, shift); });
+  } else if (auto* sights = std::get_if<std::vector<Sight>>(&moved)) {
+    std::ranges::for_each(*sights, [&](Sight& sight) { sight.point = Moved(sight.point, shift); });
+  } else if (auto* figure = std::get_if<Figure>(&moved)) {
+    *figure = Moved(*figure, shift);
+  }
+  return moved;
+}
+
+// What brings the first point of a scene near the origin; nothing when it has none with a number.
+Shift ToOrigin(const std::vector<Value>& values) {
+  for (const auto& value : values) {
+    const CoordPt* point = std::get_if<CoordPt>(&value);
+    if (const auto* line = std::get_if<LineDef>(&value)) {
+      point = &line->p1;
+    } else if (const auto* points = std::get_if<std::vector<CoordPt>>(&value)) {
+      point = points->empty() ? nullptr : points->data();
+    } else if (const auto* figure = std::get_if<Figure>(&value)) {
+      return ToOrigin((*figure)->Values());
+    }
+    if (point != nullptr && std::isfinite(point->north) && std::isfinite(point->east)) {
+      return {kNearOrigin - std::round(point->north), kNearOrigin - std::round(point->east)};
+    }
+  }
+  return {};
+}
+
+Answer CallMoved(const Service& service, const Inputs& in, const Shift& shift) {
+  std::vector<Value> values;
+  for (const auto& value : in.Values()) {
+    values.push_back(Moved(value, shift));
+  }
+  Answer answer = service.call(Inputs(in.Fields(), std::move(values)));
+  for (auto& output : answer.outputs) {
+    output = Moved(output, shift.Back());
+  }
+  return answer;
+}
+
+bool Succeeded(const Service& service, const Answer& answer) {
+  const auto* row = FindStatus(service, answer.status);
+  return row != nullptr && row->success;
+}
+
+// One number of an answer; a point has several.
+struct Number {
+  std::string name;
+  double value;
+};
+
+// The numbers of an answer that the coordinates bear on; none of a failure.
+std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
+  std::vector<Number> numbers;
+  for (std::size_t i = 0; Succeeded(service, answer) && i < answer.outputs.size(); ++i) {
+    const auto name = std::string(service.outputs[i].name);
+    if (const auto* number = std::get_if<double>(&answer.outputs[i])) {
+      numbers.push_back({name, *number});
+    } else if (const auto* point = std::get_if<CoordPt>(&answer.outputs[i])) {
+      numbers.push_back({name + ".north", point->north});
+      numbers.push_back({name + ".east", point->east});
+      if (HasElev(*point)) {
+        numbers.push_back({name + ".elev", point->elev});
+      }
+    }
+  }
+  return numbers;
+}
+
+// What the scene gives when it is moved, where that is something else; empty when it is not.
+std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
+  std::string told;
+  const auto tell = [&told](const std::string& text) { told += (told.empty() ? "" : ", ") + text; };
+  if (const auto* row = FindStatus(service, moved.status);
+      row != nullptr && moved.status != asGiven.status) {
+    tell(std::string(row->sentence));
+  }
+  const auto given = NumbersOf(service, asGiven);
+  for (const auto& [name, value] : NumbersOf(service, moved)) {
+    const auto same = std::ranges::find(given, name, &Number::name);
+    if (same == given.end()) {
+      tell(fmt::format("{} {:.4f}", name, value));
+    } else if (std::fabs(same->value - value) > kLastDigit) {
+      tell(fmt::format("{} {:.4f} instead of {:.4f}", name, value, same->value));
+    }
+  }
+  return told;
+}
+
+// Puts a warning where a reader of the answer must meet it.
+void Warn(const Service& service, const std::string& warning, Answer& answer) {
+  if (Succeeded(service, answer)) {
+    answer.note += (answer.note.empty() ? "" : "; ") + warning;
+  } else if (const auto* row = FindStatus(service, answer.status)) {
+    answer.trouble = fmt::format("{}; {}", row->sentence, warning);
+  }
+}
+
+}  // namespace
+
+Answer CheckedCall(const Service& service, const Inputs& in) {
+  Answer answer = service.call(in);
+  if (!service.losesDigits) {
+    return answer;
+  }
+  const Shift shift = ToOrigin(in.Values());
+  if (shift.north == 0.0 && shift.east == 0.0) {
+    return answer;
+  }
+  const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
+  if (!told.empty()) {
+    Warn(
+        service,
+        fmt::format("warning: the instrument's formula loses digits at these coordinates; with all "
+                    "points moved by north {:.0f} m, east {:.0f} m the result is: {}",
+                    shift.north, shift.east, told),
+        answer);
+  }
+  return answer;
+}
+
+}  // namespace kavo_app
