@@ -41,6 +41,15 @@ bool ReadFace2(const TomlReader& at, std::optional<IntAngle> va) {
   return face == 2.0;
 }
 
+// Metres; 0 when absent.
+double DistanceAt(const TomlReader& at, std::string_view name) {
+  const double dist = at.Number(name, 0.0);
+  if (dist < 0.0) {
+    at.Fail(*at.Find(name), name, "is negative; write the distance as measured");
+  }
+  return dist;
+}
+
 Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   if (at.Find("slopeDist") != nullptr && at.Find("horizDist") != nullptr) {
     at.Fail(*at.Find("horizDist"), "horizDist", "give either this or slopeDist");
@@ -53,8 +62,8 @@ Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   reading.ha = *ha;
   reading.va = AngleAt(inputs, at, "va");
   reading.face2 = ReadFace2(at, reading.va);
-  reading.slopeDist = at.Number("slopeDist", 0.0);
-  reading.horizDist = at.Number("horizDist", 0.0);
+  reading.slopeDist = DistanceAt(at, "slopeDist");
+  reading.horizDist = DistanceAt(at, "horizDist");
   if (at.Find("heightDiff") != nullptr) {
     reading.heightDiff = at.Number("heightDiff", 0.0);
   }
