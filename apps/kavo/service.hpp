@@ -214,6 +214,9 @@ const StatusRow* FindStatus(const Service& service, std::int32_t code);
 /// A field's place in a list of fields, if it is there.
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name);
 
+/// The input for a base that another service sets; null when the service takes none.
+const Field* BaseInput(const Service& service);
+
 /// The base that a step sets, for its output.
 Figure FigureOf(const Inputs& in);
 
