@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "geometry.hpp"
 #include "plain_text.hpp"
 #include "sight_reader.hpp"
 
@@ -160,7 +161,7 @@ Input InputReader::ReadPoint(const TomlReader& at, const toml::node& node,
                              const Field& field) const {
   if (const auto* table = node.as_table()) {
     const CoordPt point = ReadPointTable(at.Inner(*table, field.name));
-    const auto elev = (point.flags & COORD_HAS_ELEV) != 0 ? fmt::format(", {}", point.elev) : "";
+    const auto elev = HasElev(point) ? fmt::format(", {}", point.elev) : "";
     return {point, {}, {}, fmt::format("({}, {}{})", point.north, point.east, elev)};
   }
   const auto name = at.TextOf(node, field.name);

@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "geometry.hpp"
 #include "number_text.hpp"
 #include "report.hpp"
 #include "report_sights.hpp"
@@ -17,7 +18,7 @@ namespace {
 void AddPointCells(const Value& value, const std::string& prefix, bool table,
                    std::vector<Cell>& cells) {
   const auto* point = std::get_if<CoordPt>(&value);
-  const bool withElev = point != nullptr && (point->flags & COORD_HAS_ELEV) != 0;
+  const bool withElev = point != nullptr && HasElev(*point);
   if (point != nullptr || table) {
     cells.push_back({prefix + "north", "m", point != nullptr ? NumberText(point->north) : kNone});
     cells.push_back({prefix + "east", "m", point != nullptr ? NumberText(point->east) : kNone});
