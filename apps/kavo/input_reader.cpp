@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <limits>
 
 #include "geometry.hpp"
 #include "plain_text.hpp"
@@ -15,8 +13,6 @@ namespace kavo_app {
 namespace {
 
 constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
-// The library counts points in 16 bits.
-constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
 
 std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {
@@ -175,7 +171,7 @@ Input InputReader::ReadPoints(const TomlReader& at, const toml::node& node,
                               const Field& field) const {
   const auto& list = at.ArrayOf(node, field.name);
   if (list.size() > kMostPoints) {
-    at.Fail(node, field.name, "has more than 32767 points");
+    at.Fail(node, field.name, fmt::format("has more than {} points", kMostPoints));
   }
   const Field corner{field.name, Kind::kPoint, field.meaning};
   Input input;

@@ -1,7 +1,9 @@
 // What kavo can compute: one description per service drives reading, help and printing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -31,6 +33,9 @@ enum class Kind {
   kPercent,
   kRatio
 };
+
+/// The most points or sights of one input: the library counts them in 16 bits.
+inline constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 class Inputs;
 

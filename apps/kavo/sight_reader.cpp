@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstdint>
-#include <limits>
 #include <map>
 
 #include "csv_tables.hpp"
@@ -16,8 +14,6 @@ namespace {
 
 constexpr std::array<std::string_view, 9> kKeys = {
     "point", "ha", "va", "slopeDist", "horizDist", "heightDiff", "th", "code", "face"};
-// The library counts sights in 16 bits.
-constexpr std::size_t kMostSights = std::numeric_limits<std::int16_t>::max();
 
 std::optional<IntAngle> AngleAt(const InputReader& inputs, const TomlReader& at,
                                 std::string_view name) {
@@ -105,8 +101,8 @@ class SightList {
                             Quoted(name)));
       }
     }
-    if (list_.size() > kMostSights) {
-      at.Fail(node, field.name, fmt::format("has more than {} sights", kMostSights));
+    if (list_.size() > kMostPoints) {
+      at.Fail(node, field.name, fmt::format("has more than {} sights", kMostPoints));
     }
     Input all;
     all.value = std::vector<Sight>();
