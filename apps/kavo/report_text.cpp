@@ -79,11 +79,28 @@ class TextReporter {
         page_.Item(std::string(step.service->inputs[i].name), InputText(step, i));
       }
     }
-    PrintSights(outcomes_[first], job_.angles, page_);
+    Sights(first, last);
     if (table) {
       Table(first, last);
     } else {
       Results(first);
+    }
+  }
+
+  // Once when all steps have the same sights, else under the name of each.
+  void Sights(std::size_t first, std::size_t last) {
+    const auto inputs = job_.steps[first].service->inputs;
+    const auto field = std::ranges::find(inputs, Kind::kSights, &Field::kind);
+    if (field == inputs.end()) {
+      return;
+    }
+    const bool own =
+        last - first > 1 && Varies(first, last, static_cast<std::size_t>(field - inputs.begin()));
+    for (std::size_t i = first; i < (own ? last : first + 1); ++i) {
+      if (own) {
+        page_.Item("sights of", job_.steps[i].name);
+      }
+      PrintSights(outcomes_[i], job_.angles, page_);
     }
   }
 
