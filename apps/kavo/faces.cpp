@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "geometry.hpp"
+#include "service_rows.hpp"
 
 namespace kavo_app {
 namespace {
@@ -104,7 +105,7 @@ std::optional<IntAngle> AngleIfGiven(const Inputs& in, std::string_view name) {
 std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readings) {
   const Reading& first = readings.front();
   if (first.slopeDist < 0.0 || first.horizDist < 0.0) {
-    return "the distance is negative: give it as measured";
+    return kNegativeDistance;
   }
   if (in.Has("face") && in.Number("face") != (first.face2 ? 2.0 : 1.0)) {
     return "face is neither 1 nor 2, or va is a reading of the other one";
