@@ -68,7 +68,7 @@ std::string ServiceHelp(const Service& service, bool bold) {
   }
   help += '\n' + Heading(fmt::format("statuses of {}", service.exportName), bold);
   for (const auto& status : service.statuses) {
-    help += fmt::format("  {:<12} {}\n", status.code, status.sentence);
+    help += fmt::format("  {:<6} {:<19} {}\n", status.code, status.name, status.sentence);
   }
   help += '\n' + Heading("example, in a job", bold) + Indented(ExampleSteps(service));
   help += '\n' + Heading("example, as a request to kavo pipe", bold);

@@ -52,7 +52,8 @@ void GetSiteRecord(SiteRecord& out) noexcept {
 }
 
 // The readings from the station's axis to a target that stands `hookValue` above the point, and the
-// point itself. The reading on the circle is the azimuth less the orientation.
+// point itself, also when it cannot be aimed at: some exports do not look at the status. The
+// reading on the circle is the azimuth less the orientation.
 std::int32_t CalcObsFromPoint(double north, double east, double elev, double hookValue,
                               ObsReply& reply) noexcept {
   reply = ObsReply{};
@@ -61,6 +62,9 @@ std::int32_t CalcObsFromPoint(double north, double east, double elev, double hoo
   }
   const CoordPt axis = kavo_app::AtElev(setup.station, setup.station.elev + setup.height);
   const CoordPt target{north, east, elev + hookValue, COORD_HAS_NE | COORD_HAS_ELEV, {}};
+  reply.north = north;
+  reply.east = east;
+  reply.elev = elev;
   AngDistRec sight{};
   if (KavoCogoCoordToAngDist(&axis, &target, &sight) != STATUS_OK) {
     return -1;
@@ -68,9 +72,6 @@ std::int32_t CalcObsFromPoint(double north, double east, double elev, double hoo
   reply.ha = kavo_app::Wrapped(sight.azimuth - setup.orient);
   reply.va = sight.zenith;
   reply.dist = sight.slopeDist;
-  reply.north = north;
-  reply.east = east;
-  reply.elev = elev;
   return 0;
 }
 

@@ -21,7 +21,7 @@ using namespace kavo_app;
 // Exit codes.
 constexpr int kAllGood = 0;
 constexpr int kNotGood = 1;   // a step failed, was skipped or is out of tolerance
-constexpr int kBadInput = 2;  // nothing was run
+constexpr int kBadInput = 2;  // nothing was run, or a result could not be written
 
 int List() {
   fmt::print("{}", ServiceList());

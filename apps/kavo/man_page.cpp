@@ -74,7 +74,8 @@ std::string ServiceSections() {
     text += Fields("Inputs", service.inputs) + Fields("Outputs", service.outputs);
     TermList statuses;
     for (const auto& status : service.statuses) {
-      statuses.Add(fmt::format("{}", status.code), status.sentence);
+      const auto name = status.name.empty() ? "" : fmt::format(" {}", status.name);
+      statuses.Add(fmt::format("{}{}", status.code, name), status.sentence);
     }
     text += ".Pp\nStatuses:\n" + statuses.Text();
     text += ".Pp\nExample:\n" + Verbatim(ExampleSteps(service));

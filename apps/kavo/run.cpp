@@ -15,7 +15,7 @@ namespace {
 
 bool IsFinite(const CoordPt& point) {
   return std::isfinite(point.north) && std::isfinite(point.east) &&
-         ((point.flags & COORD_HAS_ELEV) == 0 || std::isfinite(point.elev));
+         (!HasElev(point) || std::isfinite(point.elev));
 }
 
 // The numbers of an output; a line has its points beside it.
@@ -149,7 +149,7 @@ class Runner {
       return output;
     }
     if (component == "elev") {
-      return (point->flags & COORD_HAS_ELEV) != 0 ? Value{point->elev} : Value{};
+      return HasElev(*point) ? Value{point->elev} : Value{};
     }
     return component == "north" ? point->north : point->east;
   }
@@ -178,6 +178,7 @@ void CallService(const Service& service, Outcome& outcome) {
   }
   outcome.ran = true;
   outcome.status = answer.status;
+  outcome.statusName = row->name;
   outcome.sentence = row->sentence;
   outcome.success = row->success;
   outcome.passed = row->good;

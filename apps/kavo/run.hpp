@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct Outcome {
   bool success = false;                 ///< It ran, and its outputs hold a result.
   bool passed = true;                   ///< False for a check that is not passed.
   std::int32_t status = 0;              ///< Of the export; only when it ran.
+  std::string_view statusName{};        ///< Of the constant; empty for a count of points.
   std::string sentence;                 ///< What the status means, or why there is no result.
   std::string note;                     ///< What a reader of the result must know; may be empty.
   std::vector<Value> inputs;            ///< As the call got them; only when it ran.

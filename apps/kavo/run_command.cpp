@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <optional>
+#include <system_error>
 #include <vector>
 
 #include "base/output_file.hpp"
@@ -25,12 +28,21 @@ constexpr std::array kFormats = {
     Format{"--svg", &RunOptions::svg, SvgDrawing},
 };
 
+bool SameFile(const std::string& one, const std::string& other) {
+  std::error_code failed;
+  return one == other || std::filesystem::equivalent(one, other, failed);
+}
+
 void RefuseSharedTargets(const RunOptions& options) {
   for (auto one = kFormats.begin(); one != kFormats.end(); ++one) {
     const auto& target = options.*one->target;
-    if (!target.empty() && std::any_of(kFormats.begin(), one, [&](const Format& other) {
-          return options.*other.target == target;
-        })) {
+    if (target.empty()) {
+      continue;
+    }
+    const bool taken = std::any_of(kFormats.begin(), one, [&](const Format& other) {
+      return SameFile(options.*other.target, target);
+    });
+    if (taken || SameFile(options.job, target)) {
       throw UserError({"kavo run", 0}, one->option,
                       "\"" + target + "\" is taken; give each format a file of its own");
     }
@@ -44,19 +56,16 @@ bool RunCommand(const RunOptions& options) {
   const Job job = ReadJob(options.job);
   const auto outcomes = RunJob(job);
   std::vector<OutputFile> files;
-  bool printed = false;
+  std::optional<std::string> printed;
   for (const auto& format : kFormats) {
     const auto& target = options.*format.target;
     if (target == kStandardOutput) {
-      PrintOut(format.write(job, outcomes));
-      printed = true;
+      printed = format.write(job, outcomes);
     } else if (!target.empty()) {
       files.emplace_back(target, format.write(job, outcomes));
     }
   }
-  if (!printed) {
-    PrintOut(TextReport(job, outcomes));
-  }
+  PrintOut(printed ? *printed : TextReport(job, outcomes));
   std::ranges::for_each(files, &OutputFile::Keep);
   return std::ranges::all_of(outcomes, &Outcome::Good);
 }

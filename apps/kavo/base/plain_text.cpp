@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -44,6 +45,34 @@ std::string Shown(std::string_view text, std::size_t most) {
 
 std::string Joined(const std::string& first, const std::string& second) {
   return first + (first.empty() || second.empty() ? "" : "; ") + second;
+}
+
+std::size_t CharacterBytes(std::string_view text) {
+  struct Form {
+    unsigned char first;
+    unsigned char last;
+    unsigned char secondFirst;
+    unsigned char secondLast;
+    std::size_t bytes;
+  };
+  static constexpr std::array kForms = {
+      Form{0xC2, 0xDF, 0x80, 0xBF, 2}, Form{0xE0, 0xE0, 0xA0, 0xBF, 3},
+      Form{0xE1, 0xEC, 0x80, 0xBF, 3}, Form{0xED, 0xED, 0x80, 0x9F, 3},
+      Form{0xEE, 0xEF, 0x80, 0xBF, 3}, Form{0xF0, 0xF0, 0x90, 0xBF, 4},
+      Form{0xF1, 0xF3, 0x80, 0xBF, 4}, Form{0xF4, 0xF4, 0x80, 0x8F, 4},
+  };
+  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) < 0x80) {
+    return 1;
+  }
+  const auto form = std::ranges::find_if(
+      kForms, [&](const Form& f) { return f.first <= byte(0) && byte(0) <= f.last; });
+  if (form == kForms.end() || text.size() < form->bytes || byte(1) < form->secondFirst ||
+      byte(1) > form->secondLast) {
+    return 0;
+  }
+  const auto rest = text.substr(2, form->bytes - 2);
+  return std::ranges::all_of(rest, ContinuesSequence) ? form->bytes : 0;
 }
 
 std::size_t Columns(std::string_view text) {

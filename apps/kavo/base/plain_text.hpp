@@ -22,6 +22,10 @@ inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"
 /// Two remarks as one; either may be empty.
 std::string Joined(const std::string& first, const std::string& second);
 
+/// The bytes of the UTF-8 character that a text, which is not empty, begins with; 0 when there is
+/// none. Surrogates and characters beyond the last one are none.
+std::size_t CharacterBytes(std::string_view text);
+
 /// How many columns UTF-8 text takes.
 std::size_t Columns(std::string_view text);
 

@@ -54,11 +54,26 @@ bool IsHeading(const CsvRow& row) {
          !ReadNumber(row.fields[2]);
 }
 
+// North begins with this letter in many languages.
+bool MayBeNorth(std::string_view column) {
+  return column.starts_with('n') || column.starts_with('N');
+}
+
+// The columns go by their place; a heading that says otherwise tells of exchanged coordinates.
+void CheckHeading(const CsvRow& heading) {
+  if (MayBeNorth(heading.fields[2]) && !MayBeNorth(heading.fields[1])) {
+    throw UserError(heading.place, Quoted(heading.fields[2]),
+                    "stands third; a list has name, north, east, elevation and description, in "
+                    "this order");
+  }
+}
+
 }  // namespace
 
 void ReadControlPoints(const std::filesystem::path& path, ControlPoints& points) {
   for (const auto& row : ReadCsv(path, "a comma-separated list of points")) {
     if (IsHeading(row)) {
+      CheckHeading(row);
       continue;
     }
     if (!points.emplace(row.fields.front(), PointOf(row)).second) {

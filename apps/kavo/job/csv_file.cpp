@@ -3,10 +3,11 @@
 #include <csv.h>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <fstream>
 #include <optional>
 #include <string_view>
+
+#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -68,22 +69,6 @@ std::optional<std::string> NextLine(std::istream& file, const Place& place) {
   return std::nullopt;
 }
 
-// The length of the well-formed UTF-8 sequence that `text` begins with; 0 when there is none.
-std::size_t SequenceLength(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  const std::size_t length = lead < 0x80   ? 1
-                             : lead < 0xC2 ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-  const auto rest = text.substr(0, length).substr(std::min<std::size_t>(length, 1));
-  const bool whole = text.size() >= length && std::ranges::all_of(rest, [](char c) {
-                       return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-                     });
-  return whole ? length : 0;
-}
-
 void RefuseWhatIsNoText(std::string_view line, const Place& place) {
   while (!line.empty()) {
     const auto c = static_cast<unsigned char>(line.front());
@@ -92,7 +77,7 @@ void RefuseWhatIsNoText(std::string_view line, const Place& place) {
           place, "",
           fmt::format("holds a control character (code {}); save the file as plain text", c));
     }
-    const auto length = SequenceLength(line);
+    const auto length = CharacterBytes(line);
     if (length == 0) {
       throw UserError(place, "", "is not UTF-8 text; save the file as UTF-8");
     }

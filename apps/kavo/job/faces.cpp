@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "service/service_rows.hpp"
 
 namespace kavo_app {
 namespace {
@@ -99,9 +100,13 @@ std::optional<IntAngle> AngleIfGiven(const Inputs& in, std::string_view name) {
   return in.Has(name) ? std::optional(in.Angle(name)) : std::nullopt;
 }
 
-// The zenith readings tell their faces; nothing else may say otherwise.
+// What is wrong with a pointing. The zenith readings tell their faces; nothing else may say
+// otherwise.
 std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readings) {
   const Reading& first = readings.front();
+  if (first.slopeDist < 0.0 || first.horizDist < 0.0) {
+    return kNegativeDistance;
+  }
   if (in.Has("face") && in.Number("face") != (first.face2 ? 2.0 : 1.0)) {
     return "face is neither 1 nor 2, or va is a reading of the other one";
   }

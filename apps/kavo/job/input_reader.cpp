@@ -4,9 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <limits>
 
+#include "base/geometry.hpp"
 #include "base/plain_text.hpp"
 #include "job/sight_reader.hpp"
 
@@ -14,8 +13,6 @@ namespace kavo_app {
 namespace {
 
 constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
-// The library counts points in 16 bits.
-constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
 
 std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {
@@ -160,7 +157,7 @@ Input InputReader::ReadPoint(const TomlReader& at, const toml::node& node,
                              const Field& field) const {
   if (const auto* table = node.as_table()) {
     const CoordPt point = ReadPointTable(at.Inner(*table, field.name));
-    const auto elev = (point.flags & COORD_HAS_ELEV) != 0 ? fmt::format(", {}", point.elev) : "";
+    const auto elev = HasElev(point) ? fmt::format(", {}", point.elev) : "";
     return {point, {}, {}, fmt::format("({}, {}{})", point.north, point.east, elev)};
   }
   const auto name = at.TextOf(node, field.name);
@@ -174,7 +171,7 @@ Input InputReader::ReadPoints(const TomlReader& at, const toml::node& node,
                               const Field& field) const {
   const auto& list = at.ArrayOf(node, field.name);
   if (list.size() > kMostPoints) {
-    at.Fail(node, field.name, "has more than 32767 points");
+    at.Fail(node, field.name, fmt::format("has more than {} points", kMostPoints));
   }
   const Field corner{field.name, Kind::kPoint, field.meaning};
   Input input;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <iterator>
+#include <string>
 
 #include "base/plain_text.hpp"
 #include "job/csv_tables.hpp"
@@ -29,6 +31,13 @@ std::vector<std::string_view> KnownStepKeys(const Service& service) {
   return known;
 }
 
+// A row's step is of the same service, and has no rows of its own.
+std::vector<std::string_view> KnownRowKeys(const Service& service) {
+  auto known = KnownStepKeys(service);
+  std::erase_if(known, [](auto key) { return key == "service" || key == "each"; });
+  return known;
+}
+
 // The parser may quote the file at any length.
 constexpr std::size_t kMostOfComplaint = 200;
 
@@ -37,8 +46,10 @@ toml::table ParseToml(const std::filesystem::path& path) {
   if (!file || std::filesystem::is_directory(path)) {
     throw UserError({path.string(), 0}, "", "cannot be read; give a job file");
   }
+  // Read whole first: the parser would seek, which it cannot in what is piped in.
+  const std::string text(std::istreambuf_iterator<char>(file), {});
   try {
-    return toml::parse(file, path.string());
+    return toml::parse(text, path.string());
   } catch (const toml::parse_error& error) {
     throw UserError(
         {path.string(), error.source().begin.line}, "",
@@ -105,8 +116,7 @@ class JobReader {
   void ReadStep(const toml::table& table, std::size_t group) {
     const TomlReader step(table, job_.file, LabelOf(table));
     const Service& service = ServiceOf(step);
-    const auto known = KnownStepKeys(service);
-    step.Only(known);
+    step.Only(KnownStepKeys(service));
     const auto* each = step.Find("each");
     if (each == nullptr) {
       AddStep(step, service, group);
@@ -119,6 +129,7 @@ class JobReader {
     if (!each->is_array()) {
       step.Fail(*each, "each", "write a list of rows, or the name of a CSV file");
     }
+    const auto known = KnownRowKeys(service);
     for (const auto& element : step.ArrayOf(*each, "each")) {
       const auto& rowTable = step.TableOf(element, "each");
       const TomlReader row(rowTable, job_.file, LabelOf(rowTable), &table);
@@ -130,8 +141,7 @@ class JobReader {
   // One step for every row of a CSV file.
   void ReadRows(const TomlReader& step, const Service& service, const std::string& file,
                 std::size_t group) {
-    auto columns = KnownStepKeys(service);
-    std::erase_if(columns, [](auto key) { return key == "service" || key == "each"; });
+    const auto columns = KnownRowKeys(service);
     for (const auto& [place, table] : ReadCsvTables(path_.parent_path() / file, columns)) {
       AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
     }
@@ -186,10 +196,18 @@ class JobReader {
     return given;
   }
 
+  std::string DefaultName(const TomlReader& reader) const {
+    auto name = fmt::format("step {}", job_.steps.size() + 1);
+    if (names_.Taken(name)) {
+      reader.FailHere("name", fmt::format("{} is taken; give this step a name", Quoted(name)));
+    }
+    return name;
+  }
+
   std::string NameOf(const TomlReader& reader) const {
     const auto* node = reader.Find("name");
     if (node == nullptr) {
-      return fmt::format("step {}", job_.steps.size() + 1);
+      return DefaultName(reader);
     }
     auto name = reader.TextOf(*node, "name");
     if (name.empty() || names_.Taken(name)) {

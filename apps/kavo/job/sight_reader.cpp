@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstdint>
-#include <limits>
 #include <map>
 
 #include "base/plain_text.hpp"
@@ -16,8 +14,6 @@ namespace {
 
 constexpr std::array<std::string_view, 9> kKeys = {
     "point", "ha", "va", "slopeDist", "horizDist", "heightDiff", "th", "code", "face"};
-// The library counts sights in 16 bits.
-constexpr std::size_t kMostSights = std::numeric_limits<std::int16_t>::max();
 
 std::optional<IntAngle> AngleAt(const InputReader& inputs, const TomlReader& at,
                                 std::string_view name) {
@@ -41,6 +37,15 @@ bool ReadFace2(const TomlReader& at, std::optional<IntAngle> va) {
   return face == 2.0;
 }
 
+// Metres; 0 when absent.
+double DistanceAt(const TomlReader& at, std::string_view name) {
+  const double dist = at.Number(name, 0.0);
+  if (dist < 0.0) {
+    at.Fail(*at.Find(name), name, "is negative; write the distance as measured");
+  }
+  return dist;
+}
+
 Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   if (at.Find("slopeDist") != nullptr && at.Find("horizDist") != nullptr) {
     at.Fail(*at.Find("horizDist"), "horizDist", "give either this or slopeDist");
@@ -53,8 +58,8 @@ Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   reading.ha = *ha;
   reading.va = AngleAt(inputs, at, "va");
   reading.face2 = ReadFace2(at, reading.va);
-  reading.slopeDist = at.Number("slopeDist", 0.0);
-  reading.horizDist = at.Number("horizDist", 0.0);
+  reading.slopeDist = DistanceAt(at, "slopeDist");
+  reading.horizDist = DistanceAt(at, "horizDist");
   if (at.Find("heightDiff") != nullptr) {
     reading.heightDiff = at.Number("heightDiff", 0.0);
   }
@@ -96,8 +101,8 @@ class SightList {
                             Quoted(name)));
       }
     }
-    if (list_.size() > kMostSights) {
-      at.Fail(node, field.name, fmt::format("has more than {} sights", kMostSights));
+    if (list_.size() > kMostPoints) {
+      at.Fail(node, field.name, fmt::format("has more than {} sights", kMostPoints));
     }
     Input all;
     all.value = std::vector<Sight>();

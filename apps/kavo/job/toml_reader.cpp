@@ -55,11 +55,14 @@ double TomlReader::NumberOf(const toml::node& node, std::string_view field) cons
   if (!node.is_number()) {
     Fail(node, field, "write a number, without quotation marks");
   }
-  const auto number = node.value_or(0.0);
-  if (!std::isfinite(number)) {
+  const auto number = node.value<double>();  // none for an integer that a double cannot hold
+  if (!number) {
+    Fail(node, field, "has more digits than can be kept; write a number like 123.456");
+  }
+  if (!std::isfinite(*number)) {
     Fail(node, field, "is not finite; write a number like 123.456");
   }
-  return number;
+  return *number;
 }
 
 const toml::table& TomlReader::TableOf(const toml::node& node, std::string_view field) const {

@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstdint>
-#include <limits>
 
 #include "job/sight_reader.hpp"
 #include "pipe/json_toml.hpp"
@@ -14,8 +12,6 @@ namespace {
 
 constexpr std::array<std::string_view, 3> kPointKeys = {"north", "east", "elev"};
 constexpr std::array<std::string_view, 3> kLineKeys = {"from", "to", "azimuth"};
-// The library counts points in 16 bits.
-constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 IntAngle AngleOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
   const auto reading = node.is_number() ? ReadAngle(JsonNumber(node, place), angles)

@@ -19,16 +19,24 @@ void AppendId(std::string& out, std::string_view id) {
   }
 }
 
+void AppendStatus(std::string& out, const Outcome& outcome) {
+  fmt::format_to(std::back_inserter(out), R"("status":{})", outcome.status);
+  if (!outcome.statusName.empty()) {
+    fmt::format_to(std::back_inserter(out), R"(,"statusName":"{}")", outcome.statusName);
+  }
+}
+
 // What is wrong; with the export's status when it was the export that found it.
 void AppendError(std::string& out, std::string_view id, std::string_view complaint,
-                 std::size_t number, std::optional<std::int32_t> status) {
+                 std::size_t number, const Outcome* outcome = nullptr) {
   out += '{';
   AppendId(out, id);
   out += R"("error":)";
   AppendJsonText(out, complaint);
   fmt::format_to(std::back_inserter(out), R"(,"line":{})", number);
-  if (status) {
-    fmt::format_to(std::back_inserter(out), R"(,"status":{})", *status);
+  if (outcome != nullptr) {
+    out += ',';
+    AppendStatus(out, *outcome);
   }
   out += "}\n";
 }
@@ -37,7 +45,8 @@ void AppendResult(std::string& out, std::string_view id, const Request& request,
                   const Outcome& outcome) {
   out += '{';
   AppendId(out, id);
-  fmt::format_to(std::back_inserter(out), R"("status":{},"meaning":)", outcome.status);
+  AppendStatus(out, outcome);
+  out += R"(,"meaning":)";
   AppendJsonText(out, outcome.sentence);
   out += outcome.passed ? "" : R"(,"passed":false)";
   if (!outcome.note.empty()) {
@@ -99,17 +108,17 @@ bool LineAnswerer::Answer(std::string_view line, std::size_t number, std::string
     if (outcome.success) {
       AppendResult(out, id_, request, outcome);
     } else {
-      AppendError(out, id_, outcome.sentence, number, outcome.status);
+      AppendError(out, id_, outcome.sentence, number, &outcome);
     }
     return outcome.Good();
   } catch (const UserError& error) {
-    AppendError(out, id_, error.complaint, number, std::nullopt);
+    AppendError(out, id_, error.complaint, number);
     return false;
   }
 }
 
 void LineAnswerer::Refuse(std::string_view complaint, std::size_t number, std::string& out) {
-  AppendError(out, {}, complaint, number, std::nullopt);
+  AppendError(out, {}, complaint, number);
 }
 
 }  // namespace kavo_app

@@ -15,7 +15,7 @@ class LineAnswerer {
   /// Appends the answer to a line and a line feed to `out`: the result, or what is wrong.
   /// @param line    any bytes without a line feed.
   /// @param number  the line's number, for an answer that says what is wrong.
-  /// @return whether there is a result.
+  /// @return whether there is a result, and a check is passed.
   bool Answer(std::string_view line, std::size_t number, std::string& out);
 
   /// Appends an answer that says what is wrong with a line that was not read.

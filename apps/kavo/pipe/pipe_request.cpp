@@ -58,11 +58,6 @@ const Service& ServiceOf(const simdjson::dom::object& object, const JsonPlace& p
   return *service;
 }
 
-const Field* BaseOf(const Service& service) {
-  const auto base = std::ranges::find(service.inputs, Kind::kFigure, &Field::kind);
-  return base == service.inputs.end() ? nullptr : &*base;
-}
-
 // The names that a call of a service may have: some of its own, and the service's inputs; a base is
 // given by its set.
 class CallKeys {
@@ -160,7 +155,7 @@ std::string IdOf(const simdjson::dom::object& object) {
   if (object.at_key("id").get(node) != simdjson::SUCCESS || node.is_null()) {
     return {};
   }
-  if (node.is_array() || node.is_object()) {
+  if (!node.is_string() && !node.is_number()) {
     throw UserError({}, "id", "write text or a number");
   }
   return simdjson::minify(node);
@@ -191,7 +186,7 @@ Request RequestReader::Read(std::string_view line, std::string& id) {
   request.angles = AnglesOf(fields);
   request.settings = SettingsOf(fields);
   request.inputs = InputsOf(fields, *request.service, request.angles, place);
-  if (const auto* base = BaseOf(*request.service)) {
+  if (const auto* base = BaseInput(*request.service)) {
     ReadSet(fields, *base, request);
   }
   return request;

@@ -1,45 +1,14 @@
 #include "plan/svg_writer.hpp"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
+
+#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
-// The bytes of the UTF-8 character at the start of a text; 0 when there is none. Surrogates and
-// characters beyond the last one are none.
-std::size_t CharacterBytes(std::string_view text) {
-  struct Form {
-    unsigned char first;
-    unsigned char last;
-    unsigned char secondFirst;
-    unsigned char secondLast;
-    std::size_t bytes;
-  };
-  static constexpr std::array kForms = {
-      Form{0xC2, 0xDF, 0x80, 0xBF, 2}, Form{0xE0, 0xE0, 0xA0, 0xBF, 3},
-      Form{0xE1, 0xEC, 0x80, 0xBF, 3}, Form{0xED, 0xED, 0x80, 0x9F, 3},
-      Form{0xEE, 0xEF, 0x80, 0xBF, 3}, Form{0xF0, 0xF0, 0x90, 0xBF, 4},
-      Form{0xF1, 0xF3, 0x80, 0xBF, 4}, Form{0xF4, 0xF4, 0x80, 0x8F, 4},
-  };
-  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(0) < 0x80) {
-    return byte(0) >= 0x20 ? 1 : 0;
-  }
-  const auto form = std::ranges::find_if(
-      kForms, [&](const Form& f) { return f.first <= byte(0) && byte(0) <= f.last; });
-  if (form == kForms.end() || text.size() < form->bytes || byte(1) < form->secondFirst ||
-      byte(1) > form->secondLast) {
-    return 0;
-  }
-  const auto rest = text.substr(2, form->bytes - 2);
-  const bool whole = std::ranges::all_of(
-      rest, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
-  return whole ? form->bytes : 0;
-}
 
 std::string_view Escaped(std::string_view character) {
   switch (character[0]) {
@@ -61,7 +30,7 @@ std::string_view Escaped(std::string_view character) {
 std::string XmlText(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const auto bytes = CharacterBytes(text);
+    const auto bytes = static_cast<unsigned char>(text.front()) < 0x20 ? 0 : CharacterBytes(text);
     const auto character = text.substr(0, std::max<std::size_t>(bytes, 1));
     const bool none = bytes == 0 || character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF";
     out += none ? kReplacement : Escaped(character);

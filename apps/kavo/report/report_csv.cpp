@@ -24,17 +24,21 @@ std::string CsvField(std::string_view text) {
   return out + '"';
 }
 
+std::string DescriptionOf(const JobPoint& point) {
+  return fmt::format("{}{}", point.code.empty() ? point.service : point.code,
+                     point.good ? "" : " (out of tolerance)");
+}
+
 }  // namespace
 
 std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes) {
   std::string out = "name,north [m],east [m],elevation [m],description\n";
   for (const auto& point : AllPoints(job, outcomes)) {
     if (!point.service.empty()) {
-      fmt::format_to(std::back_inserter(out), "{},{},{},{},{}{}\n", CsvField(point.name),
+      fmt::format_to(std::back_inserter(out), "{},{},{},{},{}\n", CsvField(point.name),
                      point.at.north, point.at.east,
                      HasElev(point.at) ? fmt::format("{}", point.at.elev) : "",
-                     CsvField(point.code.empty() ? point.service : point.code),
-                     point.good ? "" : " (out of tolerance)");
+                     CsvField(DescriptionOf(point)));
     }
   }
   return out;

@@ -29,7 +29,7 @@ Json AngleJson(IntAngle angle, AngleUnit unit) {
 
 Json PointJson(const CoordPt& point) {
   Json json{{"north", NumberJson(point.north)}, {"east", NumberJson(point.east)}};
-  if ((point.flags & COORD_HAS_ELEV) != 0) {
+  if (HasElev(point)) {
     json["elev"] = NumberJson(point.elev);
   }
   return json;
@@ -195,8 +195,8 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   }
   if (outcome.ran) {
     json["status"] = outcome.status;
-    if (const auto name = FindStatus(*step.service, outcome.status)->name; !name.empty()) {
-      json["statusName"] = name;
+    if (!outcome.statusName.empty()) {
+      json["statusName"] = outcome.statusName;
     }
   }
   json["meaning"] = outcome.sentence;

@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "report/report.hpp"
 #include "report/report_sights.hpp"
@@ -17,7 +18,7 @@ namespace {
 void AddPointCells(const Value& value, const std::string& prefix, bool table,
                    std::vector<Cell>& cells) {
   const auto* point = std::get_if<CoordPt>(&value);
-  const bool withElev = point != nullptr && (point->flags & COORD_HAS_ELEV) != 0;
+  const bool withElev = point != nullptr && HasElev(*point);
   if (point != nullptr || table) {
     cells.push_back({prefix + "north", "m", point != nullptr ? NumberText(point->north) : kNone});
     cells.push_back({prefix + "east", "m", point != nullptr ? NumberText(point->east) : kNone});
@@ -78,11 +79,28 @@ class TextReporter {
         page_.Item(std::string(step.service->inputs[i].name), InputText(step, i));
       }
     }
-    PrintSights(outcomes_[first], job_.angles, page_);
+    Sights(first, last);
     if (table) {
       Table(first, last);
     } else {
       Results(first);
+    }
+  }
+
+  // Once when all steps have the same sights, else under the name of each.
+  void Sights(std::size_t first, std::size_t last) {
+    const auto inputs = job_.steps[first].service->inputs;
+    const auto field = std::ranges::find(inputs, Kind::kSights, &Field::kind);
+    if (field == inputs.end()) {
+      return;
+    }
+    const bool own =
+        last - first > 1 && Varies(first, last, static_cast<std::size_t>(field - inputs.begin()));
+    for (std::size_t i = first; i < (own ? last : first + 1); ++i) {
+      if (own) {
+        page_.Item("sights of", job_.steps[i].name);
+      }
+      PrintSights(outcomes_[i], job_.angles, page_);
     }
   }
 

@@ -51,8 +51,7 @@ MultiResectInput MultiInput(const Sight& sight, const Inputs& in) {
 }
 
 bool AllHavePositions(const std::vector<Sight>& sights) {
-  return std::ranges::all_of(
-      sights, [](const Sight& sight) { return (sight.point.flags & COORD_HAS_NE) != 0; });
+  return std::ranges::all_of(sights, [](const Sight& sight) { return HasPosition(sight.point); });
 }
 
 int CountObservations(const std::vector<Sight>& sights) {
@@ -156,7 +155,7 @@ Answer KnownLine(const Inputs& in) {
     return {ERR_REFUSED, {{}, {}, {}, {}}};
   }
   const bool fromPoints = !in.Has("lineAzimuth");
-  if ((sights[0].point.flags & COORD_HAS_NE) == 0) {
+  if (!HasPosition(sights[0].point)) {
     return {ERR_POINT_INVALID, {{}, {}, {}, {}}};
   }
   const auto sight1 = MultiInput(sights[0], in);

@@ -66,13 +66,13 @@ Answer Forward(const Inputs& in) {
 
 constexpr std::array kRadiateIn = {
     Field{"station", Kind::kPoint, "the instrument's station"},
-    Field{"orient", Kind::kAzimuth, "azimuth of the circle's zero; 0 when absent", Need::kOptional},
+    kOrient,
     kHa,
     kVa,
     kFace,
     Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf},
     Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf},
-    Field{"ih", Kind::kLength, "instrument height; 0 when absent", Need::kOptional},
+    kInstrumentHeight,
     Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
     kHa2,
     kVa2,

@@ -132,11 +132,6 @@ std::string_view TextOf(const Service& service, const Field& field) {
   return {};
 }
 
-const Field* BaseOf(const Service& service) {
-  const auto base = std::ranges::find(service.inputs, Kind::kFigure, &Field::kind);
-  return base == service.inputs.end() ? nullptr : &*base;
-}
-
 // The first service that sets a base.
 const Service& SetterOf(const Field& base) {
   const auto setter = std::ranges::find_if(Services(), [&base](const Service& candidate) {
@@ -216,7 +211,7 @@ void AppendCall(const Service& service, std::string& out) {
 
 std::string ExampleSteps(const Service& service) {
   std::string steps;
-  const auto* base = BaseOf(service);
+  const auto* base = BaseInput(service);
   if (base != nullptr) {
     const Service& setter = SetterOf(*base);
     steps = fmt::format("[[step]]\nservice = \"{}\"\nname = \"my {}\"\n{}\n", setter.name,
@@ -232,7 +227,7 @@ std::string ExampleSteps(const Service& service) {
 std::string ExampleRequest(const Service& service) {
   std::string request;
   AppendCall(service, request);
-  if (const auto* base = BaseOf(service)) {
+  if (const auto* base = BaseInput(service)) {
     request += R"(,"set":)";
     AppendCall(SetterOf(*base), request);
     request += '}';

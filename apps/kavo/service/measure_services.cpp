@@ -32,7 +32,13 @@ std::int32_t SetRemoteBase(const Inputs& in) {
   return KavoREMSetBase(&sight);
 }
 
-Answer RemoteBase(const Inputs& in) { return {SetRemoteBase(in), {FigureOf(in)}}; }
+Answer RemoteBase(const Inputs& in) {
+  Answer answer{SetRemoteBase(in), {FigureOf(in)}};
+  if (in.Number("slopeDist") < 0.0) {
+    answer.trouble = kNegativeDistance;
+  }
+  return answer;
+}
 
 constexpr std::array kRemoteIn = {
     Field{"base", Kind::kFigure, "the reflector below or above the remote point"},

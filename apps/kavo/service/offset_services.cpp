@@ -26,13 +26,19 @@ void SetUp(const Inputs& in) {
   SetUpInstrument({in.Point("station"), in.Angle("orient", 0), in.Number("ih", 0.0)});
 }
 
-// Without the station's elevation there is no zenith reading and no slope distance.
+// Without the station's elevation there is no zenith reading and no slope distance. Most exports do
+// not tell that the host could not aim at the point.
 Answer OffsetAnswer(const Inputs& in, std::int32_t status, const CoordPt& point,
                     const AngleDistObs& obs) {
-  if (!HasElev(in.Point("station"))) {
-    return {status, {OrNothing(point), obs.ha, {}, {}}};
+  const CoordPt& station = in.Point("station");
+  const bool withElev = HasElev(station);
+  Answer answer{status,
+                {OrNothing(point), obs.ha, withElev ? Value{obs.va} : Value{},
+                 withElev ? Value{obs.dist} : Value{}}};
+  if (status == STATUS_OK && point.north == station.north && point.east == station.east) {
+    answer.trouble = kNoAim.sentence;
   }
-  return {status, {OrNothing(point), obs.ha, obs.va, obs.dist}};
+  return answer;
 }
 
 constexpr std::array kCorner3In = {
@@ -165,6 +171,11 @@ constexpr std::array kColumnStatus = {
               "a sight is vertical, or the surface is not sighted between the edges"},
 };
 
+// Height of what is sighted above the instrument's axis, metres; the reading is of either face.
+double RiseOf(IntAngle va, double horizDist) {
+  return horizDist * std::cos(Radians(va)) / std::fabs(std::sin(Radians(va)));
+}
+
 Answer Column(const Inputs& in) {
   SetUp(in);
   const CoordPt& station = in.Point("station");
@@ -177,8 +188,7 @@ Answer Column(const Inputs& in) {
   AngleDistObs obs{};
   double radius = VALUE_INVALID;
   // The export hands on the elevation that it finds in the point.
-  CoordPt point =
-      AtElev({}, station.elev + in.Number("ih", 0.0) + surface.dist / std::tan(Radians(va)));
+  CoordPt point = AtElev({}, station.elev + in.Number("ih", 0.0) + RiseOf(va, surface.dist));
   const auto status =
       KavoCalcOfsCircle(&surface, 0.0, azimuth("ha2"), in.Angle("va2", va), azimuth("ha3"),
                         in.Angle("va3", va), &station, 0.0, &obs, &point, &radius);

@@ -125,6 +125,11 @@ bool Fits(const Field& given, const Field& wanted) {
   return given.kind == wanted.kind || (IsAngle(given.kind) && IsAngle(wanted.kind));
 }
 
+const Field* BaseInput(const Service& service) {
+  const auto base = std::ranges::find(service.inputs, Kind::kFigure, &Field::kind);
+  return base == service.inputs.end() ? nullptr : &*base;
+}
+
 Figure FigureOf(const Inputs& in) { return std::make_shared<const Inputs>(in); }
 
 Value OrNothing(double number) { return number == VALUE_INVALID ? Value{} : Value{number}; }

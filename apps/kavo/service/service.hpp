@@ -1,7 +1,9 @@
 // What kavo can compute: one description per service drives reading, help and printing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -31,6 +33,9 @@ enum class Kind {
   kPercent,
   kRatio
 };
+
+/// The most points or sights of one input: the library counts them in 16 bits.
+inline constexpr std::size_t kMostPoints = std::numeric_limits<std::int16_t>::max();
 
 class Inputs;
 
@@ -213,6 +218,9 @@ const StatusRow* FindStatus(const Service& service, std::int32_t code);
 
 /// A field's place in a list of fields, if it is there.
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name);
+
+/// The input for a base that another service sets; null when the service takes none.
+const Field* BaseInput(const Service& service);
 
 /// The base that a step sets, for its output.
 Figure FigureOf(const Inputs& in);

@@ -17,6 +17,9 @@ inline constexpr StatusRow kLinePointsCoincide{
     KAVO_STATUS(ERR_NO_DIRECTION), false,
     "the line's two points coincide: give two different points"};
 
+// A distance that was measured; the exports would take it backwards.
+inline constexpr const char* kNegativeDistance = "the distance is negative: give it as measured";
+
 // Measured: moving a scene from the origin to the coordinates of a national grid changes what these
 // services give by more than a tenth of a millimetre, for some scenes by metres.
 inline constexpr bool kLosesDigits = true;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -141,7 +142,7 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
 // Puts a warning where a reader of the answer must meet it.
 void Warn(const Service& service, const std::string& warning, Answer& answer) {
   if (Succeeded(service, answer)) {
-    answer.note += (answer.note.empty() ? "" : "; ") + warning;
+    answer.note = Joined(answer.note, warning);
   } else if (const auto* row = FindStatus(service, answer.status)) {
     answer.trouble = fmt::format("{}; {}", row->sentence, warning);
   }
