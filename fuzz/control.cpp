@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(data, data + size);
   ControlPoints points;
   const auto path = folder.Write("points.csv", text);
-  if (!Reads(path, [&] { ReadControlPoints(path, points); })) {
+  if (!Reads([&] { ReadControlPoints(path, points); })) {
     return 0;
   }
   for (const auto& [name, point] : points) {

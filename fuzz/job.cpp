@@ -60,7 +60,7 @@ void HoldOutcomes(const Job& job, const std::vector<Outcome>& outcomes, const st
 
 std::string ReportOf(const std::filesystem::path& path, const std::string& text) {
   std::string report;
-  Reads(path, [&] {
+  Reads([&] {
     const Job job = ReadJob(path);
     HoldJob(job, text);
     const auto outcomes = RunJob(job);
