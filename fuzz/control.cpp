@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ControlPoints again;
   const std::string list = ListOf(points);
   const auto copy = folder.Write("copy.csv", list);
-  Hold(Reads(copy, [&] { ReadControlPoints(copy, again); }) && ListOf(again) == list,
-       "ReadControlPoints", "reads its own points again", list);
+  Hold(Reads([&] { ReadControlPoints(copy, again); }) && ListOf(again) == list, "ReadControlPoints",
+       "reads its own points again", list);
   return 0;
 }
