@@ -90,11 +90,13 @@ TEST(Storage, SizesDoNotWrapRound) {
 
 TEST(Storage, SizesBeyondTheAddressSpaceAreNotAskedFor) {
   const HeapGuard guard;
-  // 2^60 doubles are 2^63 bytes.
+  // 2^60 doubles are 2^63 bytes; where addresses have 32 bits, even their 2^28 row handles are too
+  // many.
+  constexpr int kHandleBlocks = sizeof(void*) > 4 ? 1 : 0;
   Heap().pretend = 1;
   EXPECT_FALSE(MatAlloc(1, 1 << 28, kLowest, kHighest));
-  EXPECT_EQ(1, Heap().requests);
-  EXPECT_EQ(1, ReclaimHeap());  // the row handles, lost by design
+  EXPECT_EQ(kHandleBlocks, Heap().requests);
+  EXPECT_EQ(kHandleBlocks, ReclaimHeap());  // the row handles, lost by design
 }
 
 template <class Create>
