@@ -66,6 +66,7 @@ class JobReader {
   Job Read() {
     top_.Only(kJobKeys);
     job_.file = path_.string();
+    job_.readFiles = {path_};
     job_.title = top_.Text("title");
     job_.source = top_.Text("source");
     ReadAngles();
@@ -98,7 +99,7 @@ class JobReader {
       }
     }
     if (const auto* node = top_.Find("control")) {
-      ReadControlPoints(path_.parent_path() / top_.TextOf(*node, "control"), names_.Points());
+      ReadControlPoints(FileNamed(top_.TextOf(*node, "control")), names_.Points());
     }
   }
 
@@ -142,7 +143,7 @@ class JobReader {
   void ReadRows(const TomlReader& step, const Service& service, const std::string& file,
                 std::size_t group) {
     const auto columns = KnownRowKeys(service);
-    for (const auto& [place, table] : ReadCsvTables(path_.parent_path() / file, columns)) {
+    for (const auto& [place, table] : ReadCsvTables(FileNamed(file), columns)) {
       AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
     }
   }
@@ -179,6 +180,9 @@ class JobReader {
     for (const auto& field : service.inputs) {
       step.inputs.push_back(inputs.Read(reader, field));
       step.varies.push_back(reader.Owns(field.name));
+      if (field.kind == Kind::kSights) {
+        NoteSightFile(reader, field.name);
+      }
     }
     if (const auto trouble = ChoiceTrouble(service, Given(step.inputs)); !trouble.empty()) {
       reader.FailHere(service.name, trouble);
@@ -186,6 +190,18 @@ class JobReader {
     inputs.ReadExpectations(reader, step);
     names_.AddStep(step.name, service, job_.steps.size());
     job_.steps.push_back(std::move(step));
+  }
+
+  // A file beside the job, noted as one that the job reads.
+  const std::filesystem::path& FileNamed(const std::string& name) {
+    return job_.readFiles.emplace_back(path_.parent_path() / name);
+  }
+
+  void NoteSightFile(const TomlReader& reader, std::string_view field) {
+    const auto* node = reader.Find(field);
+    if (node != nullptr && node->is_string()) {
+      FileNamed(reader.TextOf(*node, field));
+    }
   }
 
   static std::vector<bool> Given(const std::vector<Input>& inputs) {
