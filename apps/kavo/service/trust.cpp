@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "base/geometry.hpp"
-#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -139,15 +138,6 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
   return told;
 }
 
-// Puts a warning where a reader of the answer must meet it.
-void Warn(const Service& service, const std::string& warning, Answer& answer) {
-  if (Succeeded(service, answer)) {
-    answer.note = Joined(answer.note, warning);
-  } else if (const auto* row = FindStatus(service, answer.status)) {
-    answer.trouble = fmt::format("{}; {}", row->sentence, warning);
-  }
-}
-
 }  // namespace
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
@@ -161,12 +151,10 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
   }
   const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
   if (!told.empty()) {
-    Warn(
-        service,
-        fmt::format("warning: the instrument's formula loses digits at these coordinates; with all "
-                    "points moved by north {:.0f} m, east {:.0f} m the result is: {}",
-                    shift.north, shift.east, told),
-        answer);
+    answer.warning = fmt::format(
+        "the instrument's formula loses digits at these coordinates; with all points "
+        "moved by north {:.0f} m, east {:.0f} m the result is: {}",
+        shift.north, shift.east, told);
   }
   return answer;
 }
