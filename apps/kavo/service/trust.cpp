@@ -118,6 +118,11 @@ std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
   return numbers;
 }
 
+// Whether a reader of a report sees the difference; a number and none always differ.
+bool Differ(double one, double other) {
+  return (std::isfinite(one) || std::isfinite(other)) && !(std::fabs(one - other) <= kLastDigit);
+}
+
 // What the scene gives when it is moved, where that is something else; empty when it is not.
 std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
   std::string told;
@@ -131,7 +136,7 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
       tell(fmt::format("{} {:.4f}", name, value));
-    } else if (std::fabs(same->value - value) > kLastDigit) {
+    } else if (Differ(same->value, value)) {
       tell(fmt::format("{} {:.4f} instead of {:.4f}", name, value, same->value));
     }
   }
