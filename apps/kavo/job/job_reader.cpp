@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
 
 #include "base/plain_text.hpp"
@@ -118,6 +119,13 @@ class JobReader {
     const TomlReader step(table, job_.file, LabelOf(table));
     const Service& service = ServiceOf(step);
     step.Only(KnownStepKeys(service));
+    AddSteps(step, service, table, group);
+    const auto added = std::span(job_.steps).subspan(group);
+    RefuseIdleTolerance(step, service, std::ranges::any_of(added, Expects));
+  }
+
+  void AddSteps(const TomlReader& step, const Service& service, const toml::table& table,
+                std::size_t group) {
     const auto* each = step.Find("each");
     if (each == nullptr) {
       AddStep(step, service, group);
@@ -188,8 +196,21 @@ class JobReader {
       reader.FailHere(service.name, trouble);
     }
     inputs.ReadExpectations(reader, step);
+    RefuseIdleTolerance(reader, service, Expects(step));
     names_.AddStep(step.name, service, job_.steps.size());
     job_.steps.push_back(std::move(step));
+  }
+
+  static bool Expects(const Step& step) { return !step.expected.empty(); }
+
+  // A limit that nothing is held to would pass for a check.
+  static void RefuseIdleTolerance(const TomlReader& reader, const Service& service, bool expects) {
+    for (const std::string_view key : {"tolerance", "angle-tolerance"}) {
+      if (!expects && reader.Owns(key) && !FindField(service.inputs, key)) {
+        reader.Fail(*reader.Find(key), key,
+                    "has nothing to hold; say with expect what the results should be");
+      }
+    }
   }
 
   // A file beside the job, noted as one that the job reads.
