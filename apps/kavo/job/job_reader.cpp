@@ -54,7 +54,8 @@ toml::table ParseToml(const std::filesystem::path& path) {
   } catch (const toml::parse_error& error) {
     throw UserError(
         {path.string(), error.source().begin.line}, "",
-        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks",
+        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks, "
+                    "decimals have a point",
                     Shown(error.description(), kMostOfComplaint)));
   }
 }
@@ -247,10 +248,14 @@ class JobReader {
       return DefaultName(reader);
     }
     auto name = reader.TextOf(*node, "name");
-    if (name.empty() || names_.Taken(name)) {
+    if (name.empty()) {
+      reader.Fail(*node, "name", "is empty; give the step a name, or leave this out");
+    }
+    if (names_.Taken(name)) {
       reader.Fail(
           *node, "name",
-          fmt::format("{} is taken or empty; give each point and step its own", Quoted(name)));
+          fmt::format("{} is taken by {}; give each point and step its own", Quoted(name),
+                      names_.FindPoint(name) != nullptr ? "a known point" : "an earlier step"));
     }
     return name;
   }
