@@ -1407,7 +1407,8 @@ KAVO_EXPORT int32_t KavoSTN2PtResect(const StnDistObs* obsA, const StnDistObs* o
  * @par Notes
  * Adjustment by indirect observations in the plane. Its observations are the direction of every
  * sight, weighted for 2 arc-seconds, and the horizontal distance of every sight that has one,
- * weighted for 2 mm + 2 ppm, whether or not its point has an elevation.
+ * weighted for 2 mm and 2 ppm of it, as the root of the sum of their squares, whether or not its
+ * point has an elevation.
  * - The standard deviations are those after the adjustment. Without redundancy (three directions;
  *   two directions and one distance) nothing is left to estimate them from: they and the residuals
  *   are next to 0 and mean nothing, and nothing tells a wrong reading or a wrong point from a right

@@ -63,6 +63,7 @@ void AddRunOptions(CLI::App& run, RunOptions& options) {
 
 int Dispatch(int argc, char** argv) {
   CLI::App app{"Computes survey jobs with the kavostdlib library."};
+  app.set_version_flag("--version", "kavo " KAVO_VERSION, "Print the version and exit");
   app.require_subcommand(1);
   RunOptions options;
   std::string service;

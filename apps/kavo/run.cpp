@@ -182,6 +182,7 @@ void CallService(const Service& service, Outcome& outcome) {
   outcome.sentence = row->sentence;
   outcome.success = row->success;
   outcome.passed = row->good;
+  outcome.warning = std::move(answer.warning);
   if (row->success && !std::ranges::all_of(answer.outputs, IsFiniteValue)) {
     answer.trouble = "the result is not a finite number: check the size of the inputs";
   }

@@ -28,6 +28,7 @@ struct Outcome {
   std::string_view statusName{};        ///< Of the constant; empty for a count of points.
   std::string sentence;                 ///< What the status means, or why there is no result.
   std::string note;                     ///< What a reader of the result must know; may be empty.
+  std::string warning;                  ///< Why it may not be trusted; or empty.
   std::vector<Value> inputs;            ///< As the call got them; only when it ran.
   std::vector<Value> outputs;           ///< In the order of the service's outputs.
   std::vector<Comparison> comparisons;  ///< One for each expectation.

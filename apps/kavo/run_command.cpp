@@ -28,7 +28,7 @@ constexpr std::array kFormats = {
     Format{"--svg", &RunOptions::svg, SvgDrawing},
 };
 
-bool SameFile(const std::string& one, const std::string& other) {
+bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code failed;
   return one == other || std::filesystem::equivalent(one, other, failed);
 }
@@ -42,9 +42,22 @@ void RefuseSharedTargets(const RunOptions& options) {
     const bool taken = std::any_of(kFormats.begin(), one, [&](const Format& other) {
       return SameFile(options.*other.target, target);
     });
-    if (taken || SameFile(options.job, target)) {
+    if (taken) {
       throw UserError({"kavo run", 0}, one->option,
                       "\"" + target + "\" is taken; give each format a file of its own");
+    }
+  }
+}
+
+// A list of measurements may be the only one there is: no result takes its place.
+void RefuseReadFiles(const RunOptions& options, const Job& job) {
+  for (const auto& format : kFormats) {
+    const auto& target = options.*format.target;
+    const auto isTarget = [&](const auto& file) { return SameFile(file, target); };
+    if (!target.empty() && target != kStandardOutput &&
+        std::ranges::any_of(job.readFiles, isTarget)) {
+      throw UserError({"kavo run", 0}, format.option,
+                      "\"" + target + "\" is read by the job; write to another file");
     }
   }
 }
@@ -54,6 +67,7 @@ void RefuseSharedTargets(const RunOptions& options) {
 bool RunCommand(const RunOptions& options) {
   RefuseSharedTargets(options);
   const Job job = ReadJob(options.job);
+  RefuseReadFiles(options, job);
   const auto outcomes = RunJob(job);
   std::vector<OutputFile> files;
   std::optional<std::string> printed;

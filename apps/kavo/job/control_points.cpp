@@ -27,6 +27,15 @@ bool MayBeDecimalCommas(const std::vector<std::string>& fields) {
          });
 }
 
+// A name may hold a semicolon; then the number after it shows that commas divide the line.
+void RefuseSemicolons(const CsvRow& row) {
+  const auto& fields = row.fields;
+  if (fields[0].find(';') != std::string::npos && (fields.size() < 3 || !ReadNumber(fields[1]))) {
+    throw UserError(row.place, "",
+                    "the columns stand between commas, not semicolons, and decimals have a point");
+  }
+}
+
 CoordPt PointOf(const CsvRow& row) {
   const auto& fields = row.fields;
   if (fields.size() < 3 || fields.size() > 5 || fields[0].empty()) {
@@ -72,6 +81,7 @@ void CheckHeading(const CsvRow& heading) {
 
 void ReadControlPoints(const std::filesystem::path& path, ControlPoints& points) {
   for (const auto& row : ReadCsv(path, "a comma-separated list of points")) {
+    RefuseSemicolons(row);
     if (IsHeading(row)) {
       CheckHeading(row);
       continue;

@@ -51,6 +51,7 @@ struct Step {
 /// Everything that a job file says.
 struct Job {
   std::string file;
+  std::vector<std::filesystem::path> readFiles;  ///< Itself and all that it names; never written.
   std::string title;
   std::string source;
   AngleUnit angles = AngleUnit::kDms;

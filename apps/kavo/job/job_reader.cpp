@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <string>
 
 #include "base/plain_text.hpp"
@@ -53,7 +54,8 @@ toml::table ParseToml(const std::filesystem::path& path) {
   } catch (const toml::parse_error& error) {
     throw UserError(
         {path.string(), error.source().begin.line}, "",
-        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks",
+        fmt::format("is not valid TOML: {}; text and DMS angles stand in quotation marks, "
+                    "decimals have a point",
                     Shown(error.description(), kMostOfComplaint)));
   }
 }
@@ -66,6 +68,7 @@ class JobReader {
   Job Read() {
     top_.Only(kJobKeys);
     job_.file = path_.string();
+    job_.readFiles = {path_};
     job_.title = top_.Text("title");
     job_.source = top_.Text("source");
     ReadAngles();
@@ -98,7 +101,7 @@ class JobReader {
       }
     }
     if (const auto* node = top_.Find("control")) {
-      ReadControlPoints(path_.parent_path() / top_.TextOf(*node, "control"), names_.Points());
+      ReadControlPoints(FileNamed(top_.TextOf(*node, "control")), names_.Points());
     }
   }
 
@@ -117,6 +120,13 @@ class JobReader {
     const TomlReader step(table, job_.file, LabelOf(table));
     const Service& service = ServiceOf(step);
     step.Only(KnownStepKeys(service));
+    AddSteps(step, service, table, group);
+    const auto added = std::span(job_.steps).subspan(group);
+    RefuseIdleTolerance(step, service, std::ranges::any_of(added, Expects));
+  }
+
+  void AddSteps(const TomlReader& step, const Service& service, const toml::table& table,
+                std::size_t group) {
     const auto* each = step.Find("each");
     if (each == nullptr) {
       AddStep(step, service, group);
@@ -142,7 +152,7 @@ class JobReader {
   void ReadRows(const TomlReader& step, const Service& service, const std::string& file,
                 std::size_t group) {
     const auto columns = KnownRowKeys(service);
-    for (const auto& [place, table] : ReadCsvTables(path_.parent_path() / file, columns)) {
+    for (const auto& [place, table] : ReadCsvTables(FileNamed(file), columns)) {
       AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
     }
   }
@@ -179,13 +189,41 @@ class JobReader {
     for (const auto& field : service.inputs) {
       step.inputs.push_back(inputs.Read(reader, field));
       step.varies.push_back(reader.Owns(field.name));
+      if (field.kind == Kind::kSights) {
+        NoteSightFile(reader, field.name);
+      }
     }
     if (const auto trouble = ChoiceTrouble(service, Given(step.inputs)); !trouble.empty()) {
       reader.FailHere(service.name, trouble);
     }
     inputs.ReadExpectations(reader, step);
+    RefuseIdleTolerance(reader, service, Expects(step));
     names_.AddStep(step.name, service, job_.steps.size());
     job_.steps.push_back(std::move(step));
+  }
+
+  static bool Expects(const Step& step) { return !step.expected.empty(); }
+
+  // A limit that nothing is held to would pass for a check.
+  static void RefuseIdleTolerance(const TomlReader& reader, const Service& service, bool expects) {
+    for (const std::string_view key : {"tolerance", "angle-tolerance"}) {
+      if (!expects && reader.Owns(key) && !FindField(service.inputs, key)) {
+        reader.Fail(*reader.Find(key), key,
+                    "has nothing to hold; say with expect what the results should be");
+      }
+    }
+  }
+
+  // A file beside the job, noted as one that the job reads.
+  const std::filesystem::path& FileNamed(const std::string& name) {
+    return job_.readFiles.emplace_back(path_.parent_path() / name);
+  }
+
+  void NoteSightFile(const TomlReader& reader, std::string_view field) {
+    const auto* node = reader.Find(field);
+    if (node != nullptr && node->is_string()) {
+      FileNamed(reader.TextOf(*node, field));
+    }
   }
 
   static std::vector<bool> Given(const std::vector<Input>& inputs) {
@@ -210,10 +248,14 @@ class JobReader {
       return DefaultName(reader);
     }
     auto name = reader.TextOf(*node, "name");
-    if (name.empty() || names_.Taken(name)) {
+    if (name.empty()) {
+      reader.Fail(*node, "name", "is empty; give the step a name, or leave this out");
+    }
+    if (names_.Taken(name)) {
       reader.Fail(
           *node, "name",
-          fmt::format("{} is taken or empty; give each point and step its own", Quoted(name)));
+          fmt::format("{} is taken by {}; give each point and step its own", Quoted(name),
+                      names_.FindPoint(name) != nullptr ? "a known point" : "an earlier step"));
     }
     return name;
   }

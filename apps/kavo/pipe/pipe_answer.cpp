@@ -26,6 +26,13 @@ void AppendStatus(std::string& out, const Outcome& outcome) {
   }
 }
 
+void AppendWarning(std::string& out, const Outcome& outcome) {
+  if (!outcome.warning.empty()) {
+    out += R"(,"warning":)";
+    AppendJsonText(out, outcome.warning);
+  }
+}
+
 // What is wrong; with the export's status when it was the export that found it.
 void AppendError(std::string& out, std::string_view id, std::string_view complaint,
                  std::size_t number, const Outcome* outcome = nullptr) {
@@ -37,6 +44,7 @@ void AppendError(std::string& out, std::string_view id, std::string_view complai
   if (outcome != nullptr) {
     out += ',';
     AppendStatus(out, *outcome);
+    AppendWarning(out, *outcome);
   }
   out += "}\n";
 }
@@ -53,6 +61,7 @@ void AppendResult(std::string& out, std::string_view id, const Request& request,
     out += R"(,"note":)";
     AppendJsonText(out, outcome.note);
   }
+  AppendWarning(out, outcome);
   out += R"(,"outputs":{)";
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
     const Field& field = request.service->outputs[i];

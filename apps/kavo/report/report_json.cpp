@@ -203,6 +203,9 @@ Json StepJson(const Step& step, const Outcome& outcome, AngleUnit unit) {
   if (!outcome.note.empty()) {
     json["note"] = outcome.note;
   }
+  if (!outcome.warning.empty()) {
+    json["warning"] = outcome.warning;
+  }
   Json outputs = Json::object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
     if (step.service->outputs[i].kind == Kind::kFigure) {

@@ -7,6 +7,7 @@
 
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
+#include "base/plain_text.hpp"
 #include "report/report.hpp"
 #include "report/report_sights.hpp"
 #include "service/service_rows.hpp"
@@ -188,6 +189,9 @@ class TextReporter {
         page_.Item("note", outcome.note);
       }
     }
+    if (!outcome.warning.empty()) {
+      page_.Item("warning", outcome.warning);
+    }
     for (std::size_t i = 0; i < step.expected.size(); ++i) {
       page_.Item(
           "expected",
@@ -271,8 +275,9 @@ class TextReporter {
   }
 
   static std::string RowVerdict(const Outcome& outcome) {
+    const auto warning = outcome.warning.empty() ? "" : "warning: " + outcome.warning;
     if (!outcome.success) {
-      return outcome.sentence;
+      return Joined(outcome.sentence, warning);
     }
     std::string_view worst;
     for (const auto& comparison : outcome.comparisons) {
@@ -285,7 +290,7 @@ class TextReporter {
     for (const std::string_view remark : {worst, Remark(outcome), std::string_view(outcome.note)}) {
       remarks += (remarks.empty() || remark.empty() ? "" : ", ") + std::string(remark);
     }
-    return remarks;
+    return Joined(remarks, warning);
   }
 
   void Table(std::size_t first, std::size_t last) {
@@ -300,9 +305,14 @@ class TextReporter {
   void Summary() {
     const auto bad =
         std::ranges::count_if(outcomes_, [](const auto& outcome) { return !outcome.Good(); });
+    const auto warnings = std::ranges::count_if(
+        outcomes_, [](const auto& outcome) { return !outcome.warning.empty(); });
     page_.Line("");
-    page_.Line("{} {}, {}", outcomes_.size(), outcomes_.size() == 1 ? "step" : "steps",
-               bad == 0 ? "all good" : fmt::format("{} not good", bad));
+    page_.Line("{} {}, {}{}", outcomes_.size(), outcomes_.size() == 1 ? "step" : "steps",
+               bad == 0 ? "all good" : fmt::format("{} not good", bad),
+               warnings == 0
+                   ? ""
+                   : fmt::format(", {} {}", warnings, warnings == 1 ? "warning" : "warnings"));
   }
 
   const Job& job_;

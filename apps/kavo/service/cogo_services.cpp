@@ -188,8 +188,10 @@ Answer TransformLine(const Inputs& in) {
 
 // --- area
 
+constexpr std::int16_t kFewestCorners = 3;
+
 constexpr std::array kAreaIn = {
-    Field{"points", Kind::kPoints, "the corners in order, at most 32767"},
+    Field{"points", Kind::kPoints, "the corners in order, 3 to 32767"},
 };
 constexpr std::array kAreaOut = {
     Field{"area", Kind::kArea, "plane area enclosed"},
@@ -199,7 +201,11 @@ constexpr std::array kAreaStatus = {kComputed};
 Answer Area(const Inputs& in) {
   const auto& points = in.Points("points");
   const auto count = static_cast<std::int16_t>(points.size());
-  return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
+  return {
+      STATUS_OK,
+      {KavoCogoCalcArea(points.data(), count)},
+      "",
+      count < kFewestCorners ? "fewer than three corners enclose nothing: give three or more" : ""};
 }
 
 constexpr std::array kServices = {

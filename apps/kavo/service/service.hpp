@@ -181,6 +181,7 @@ struct Answer {
   std::string note{};  ///< What a reader of the result must know beyond the table; or empty.
   /// Why there is no result although the export reports none missing; or empty.
   std::string trouble{};
+  std::string warning{};  ///< Why the numbers, or the failure, may not be trusted; or empty.
 };
 
 /// The first two fields of a StatusRow from the constant, so that its name is written once.

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "base/geometry.hpp"
-#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -119,6 +118,11 @@ std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
   return numbers;
 }
 
+// Whether a reader of a report sees the difference; a number and none always differ.
+bool Differ(double one, double other) {
+  return (std::isfinite(one) || std::isfinite(other)) && !(std::fabs(one - other) <= kLastDigit);
+}
+
 // What the scene gives when it is moved, where that is something else; empty when it is not.
 std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
   std::string told;
@@ -132,20 +136,11 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
       tell(fmt::format("{} {:.4f}", name, value));
-    } else if (std::fabs(same->value - value) > kLastDigit) {
+    } else if (Differ(same->value, value)) {
       tell(fmt::format("{} {:.4f} instead of {:.4f}", name, value, same->value));
     }
   }
   return told;
-}
-
-// Puts a warning where a reader of the answer must meet it.
-void Warn(const Service& service, const std::string& warning, Answer& answer) {
-  if (Succeeded(service, answer)) {
-    answer.note = Joined(answer.note, warning);
-  } else if (const auto* row = FindStatus(service, answer.status)) {
-    answer.trouble = fmt::format("{}; {}", row->sentence, warning);
-  }
 }
 
 }  // namespace
@@ -161,12 +156,10 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
   }
   const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
   if (!told.empty()) {
-    Warn(
-        service,
-        fmt::format("warning: the instrument's formula loses digits at these coordinates; with all "
-                    "points moved by north {:.0f} m, east {:.0f} m the result is: {}",
-                    shift.north, shift.east, told),
-        answer);
+    answer.warning = fmt::format(
+        "the instrument's formula loses digits at these coordinates; with all points "
+        "moved by north {:.0f} m, east {:.0f} m the result is: {}",
+        shift.north, shift.east, told);
   }
   return answer;
 }
