@@ -28,6 +28,9 @@ class SheetDrawer {
       : scene_(scene), svg_(svg), projection_(scene), enlargement_(scene), placer_(kFrame) {}
 
   void Draw(const std::string& heading, std::vector<std::string> remarks) {
+    if (scene_.northUp) {
+      placer_.Block(kNorthArrow);
+    }
     DrawGrid(scene_, projection_, svg_);
     svg_.Open("lines", "clip-path=\"url(#frame)\"");
     DrawPaths();

@@ -8,7 +8,7 @@ namespace {
 constexpr double kMargin = 15.0;  // around the scene for labels and the arrow, millimetres
 constexpr double kLeastDenominator = 5.0;
 constexpr double kLongestVector = 12.0;  // on the sheet, millimetres
-constexpr double kLeastVector = 1e-5;    // metres; less is only rounding
+constexpr double kLeastVector = 1e-4;    // metres; less is only the rounding of readings
 constexpr double kShortestSample = 4.0;  // on the sheet, millimetres
 constexpr double kPerMetre = 1000.0;     // millimetres
 

@@ -144,7 +144,7 @@ void DrawScale(const Projection& projection, SvgWriter& svg) {
 }
 
 void DrawNorthArrow(SvgWriter& svg) {
-  constexpr PaperSpot kFoot{kFrame.right - 6.0, kFrame.top + 14.0};
+  constexpr PaperSpot kFoot{(kNorthArrow.left + kNorthArrow.right) / 2.0, kNorthArrow.bottom - 1.0};
   svg.Raw(fmt::format("<path class=\"arrow\" d=\"M{0},{1} l2.2,0.9 l-2.2,-9 l-2.2,9 z\"/>\n",
                       kFoot.fromLeft, kFoot.fromTop - 1.0));
   svg.Text("subtitle", {kFoot.fromLeft, kFoot.fromTop - 10.0}, "N", "text-anchor=\"middle\"");

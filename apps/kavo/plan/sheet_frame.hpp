@@ -6,6 +6,10 @@
 
 namespace kavo_app {
 
+/// Where the north arrow stands, in a corner of the frame.
+inline constexpr PaperBox kNorthArrow{kFrame.right - 9.0, kFrame.top, kFrame.right - 3.0,
+                                      kFrame.top + 15.0};
+
 /// The symbol of a role, as the head of the drawing defines it.
 std::string_view SymbolOf(Role role);
 
