@@ -155,9 +155,9 @@ auto Try(Draw& draw) {
 }
 
 /// The same where nothing but the contract is held.
-template <auto Export>
+template <auto Export, std::size_t kRecords = 1>
 void Just(Draw& draw) {
-  Try<Export>(draw);
+  Try<Export, kRecords>(draw);
 }
 
 }  // namespace kavo_fuzz
