@@ -1,4 +1,5 @@
-// Jobs: read, run and reported. A line `%%` parts a job from the list points.csv that it may name.
+// Jobs: read, run and reported. Lines `%%` part a job from the lists that it may name: points.csv,
+// and the observations rows.csv.
 #include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -72,6 +73,15 @@ std::string ReportOf(const std::filesystem::path& path, const std::string& text)
   return report;
 }
 
+// What stands before the next parting line, which leaves the text with it.
+std::string_view TakePart(std::string_view& text) {
+  constexpr std::string_view kParting = "\n%%\n";
+  const auto end = std::min(text.find(kParting), text.size());
+  const auto part = text.substr(0, end);
+  text.remove_prefix(std::min(end + kParting.size(), text.size()));
+  return part;
+}
+
 }  // namespace
 }  // namespace kavo_fuzz
 
@@ -79,11 +89,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kavo_fuzz;
   static const Folder folder;
   const std::string text(data, data + size);
-  constexpr std::string_view kParting = "\n%%\n";
-  const auto parting = std::min(text.find(kParting), size);
-  const auto list = std::min(parting + kParting.size(), size);
-  static_cast<void>(folder.Write("points.csv", std::string_view(text).substr(list)));
-  const auto path = folder.Write("job.toml", std::string_view(text).substr(0, parting));
+  std::string_view rest = text;
+  const auto path = folder.Write("job.toml", TakePart(rest));
+  static_cast<void>(folder.Write("points.csv", TakePart(rest)));
+  static_cast<void>(folder.Write("rows.csv", TakePart(rest)));
   Hold(ReportOf(path, text) == ReportOf(path, text), "RunJob", "gives the same again", text);
   return 0;
 }
