@@ -1424,7 +1424,7 @@ KAVO_EXPORT int32_t KavoSTN2PtResect(const StnDistObs* obsA, const StnDistObs* o
  * - `orient` always counts azimuths from north. One that falls short of a full circle by no more
  *   than the last digit of a double comes out as a full circle.
  * - Sights that contradict one another are refused on every machine, but where the last digits
- * decide how, as #ERR_REFUSED on one and as #ERR_INDETERMINATE on another.
+ *   decide how, as #ERR_REFUSED on one and as #ERR_INDETERMINATE on another.
  */
 KAVO_EXPORT int32_t KavoSTNMultiResect(int16_t count, const MultiResectInput* sights,
                                        MultiResectResult* result, MultiResectResidual* residuals);
