@@ -12,7 +12,6 @@
 namespace kavo_app {
 namespace {
 
-constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
 constexpr Field kAnyPoint{"point", Kind::kPoint, "a point"};
 
 std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wanted) {

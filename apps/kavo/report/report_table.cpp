@@ -1,0 +1,152 @@
+#include "report/report_table.hpp"
+
+#include <algorithm>
+
+#include "base/number_text.hpp"
+#include "base/plain_text.hpp"
+#include "report/report_list.hpp"
+#include "report/report_numbers.hpp"
+#include "report/text_table.hpp"
+
+namespace kavo_app {
+namespace {
+
+// Points, lines and bases stand by their names.
+bool IsNamed(Kind kind) {
+  return kind == Kind::kPoint || kind == Kind::kPoints || kind == Kind::kLine ||
+         kind == Kind::kFigure;
+}
+
+Column InputColumn(const Field& field) {
+  return IsNamed(field.kind) ? Column{std::string(field.name), "", Holds::kNames}
+                             : Column{std::string(field.name), std::string(UnitOf(field))};
+}
+
+std::string_view WorstVerdict(const Outcome& outcome) {
+  std::string_view worst;
+  for (const auto& comparison : outcome.comparisons) {
+    const auto verdict = Verdict(comparison);
+    if (worst.empty() || worst == "ok") {
+      worst = verdict;
+    }
+  }
+  return worst;
+}
+
+class StepTable {
+ public:
+  StepTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit)
+      : steps_(steps), outcomes_(outcomes), unit_(unit) {
+    const auto& note = steps.front().note;
+    if (std::ranges::all_of(steps, [&note](const Step& step) { return step.note == note; })) {
+      commonNote_ = note;
+    }
+    FindInputs();
+    FindNumbers();
+  }
+
+  void Print(TextPage& page) const {
+    if (!commonNote_.empty()) {
+      page.Remark(commonNote_);
+    }
+    PrintInputs(steps_.front(), isColumn_, page);
+    TextTable table(TableColumns());
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+      table.AddRow(Row(steps_[i], outcomes_[i]));
+    }
+    table.Print(page);
+  }
+
+ private:
+  // What is found once for all rows, so that the cost grows with the rows alone.
+  void FindInputs() {
+    for (std::size_t i = 0; i < steps_.front().inputs.size(); ++i) {
+      isColumn_.push_back(
+          std::ranges::any_of(steps_, [i](const Step& step) { return step.varies[i]; }));
+    }
+  }
+
+  void FindNumbers() {
+    for (auto& number : NumbersOf(*steps_.front().service)) {
+      bool given = true;
+      bool expected = false;
+      for (std::size_t i = 0; i < steps_.size(); ++i) {
+        given = given && WasGiven(number, steps_[i], outcomes_[i]);
+        expected = expected || ExpectedOf(number, steps_[i], outcomes_[i]).expectation != nullptr;
+      }
+      if (expected) {
+        expected_.push_back(number);
+      }
+      if (!given) {
+        results_.push_back(std::move(number));
+      }
+    }
+  }
+
+  std::vector<Column> TableColumns() const {
+    std::vector<Column> columns{{"name", "", Holds::kNames}, {"code", "", Holds::kNames}};
+    for (std::size_t i = 0; i < isColumn_.size(); ++i) {
+      const Field& field = steps_.front().service->inputs[i];
+      if (isColumn_[i]) {
+        columns.push_back(InputColumn(field));
+      }
+    }
+    for (const auto& number : results_) {
+      columns.push_back({number.heading, std::string(number.unit)});
+    }
+    for (const auto& number : expected_) {
+      columns.push_back({"expected", number.heading});
+      columns.push_back({"difference", number.heading});
+    }
+    columns.push_back({"", "", Holds::kNames, true});
+    return columns;
+  }
+
+  std::vector<std::string> Row(const Step& step, const Outcome& outcome) const {
+    std::vector<std::string> texts{step.name, step.code.empty() ? kNone : step.code};
+    for (std::size_t i = 0; i < isColumn_.size(); ++i) {
+      if (isColumn_[i]) {
+        texts.push_back(step.inputs[i].text.empty() ? kNone : step.inputs[i].text);
+      }
+    }
+    for (const auto& number : results_) {
+      texts.push_back(ValueText(NumberOf(number, outcome), unit_));
+    }
+    for (const auto& number : expected_) {
+      const auto [expectation, comparison] = ExpectedOf(number, step, outcome);
+      const bool expects = expectation != nullptr;
+      texts.push_back(expects ? ValueText(expectation->value, unit_) : "");
+      texts.push_back(expects ? DifferenceTextOf(*comparison, unit_) : "");
+    }
+    texts.push_back(Remarks(step, outcome));
+    return texts;
+  }
+
+  // All that there is to say of a row.
+  std::string Remarks(const Step& step, const Outcome& outcome) const {
+    std::string remarks;
+    for (const std::string_view remark :
+         {outcome.success ? WorstVerdict(outcome) : "", StatusRemark(outcome),
+          std::string_view(outcome.note), commonNote_.empty() ? std::string_view(step.note) : ""}) {
+      remarks += (remarks.empty() || remark.empty() ? "" : ", ") + std::string(remark);
+    }
+    return Joined(remarks, outcome.warning.empty() ? "" : "warning: " + outcome.warning);
+  }
+
+  std::span<const Step> steps_;
+  std::span<const Outcome> outcomes_;
+  AngleUnit unit_;
+  std::string commonNote_;
+  std::vector<bool> isColumn_;  // for each input
+  std::vector<ResultNumber> results_;
+  std::vector<ResultNumber> expected_;
+};
+
+}  // namespace
+
+void PrintTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit,
+                TextPage& page) {
+  StepTable(steps, outcomes, unit).Print(page);
+}
+
+}  // namespace kavo_app
