@@ -33,16 +33,21 @@ void PrintRemarks(const Outcome& outcome, TextPage& page) {
   }
 }
 
+std::string ComparisonText(const Comparison& comparison, AngleUnit unit, std::string_view of) {
+  return Available(comparison.computed)
+             ? fmt::format("difference {} {}", WithUnit(DifferenceTextOf(comparison, unit), of),
+                           Verdict(comparison))
+             : std::string(Verdict(comparison));
+}
+
 void PrintExpected(const Step& step, const Outcome& outcome, AngleUnit unit, TextPage& page) {
   for (const auto& number : NumbersOf(*step.service)) {
     const auto [expectation, comparison] = ExpectedOf(number, step, outcome);
-    if (expectation == nullptr) {
-      continue;
+    if (expectation != nullptr) {
+      page.Item("expected", fmt::format("{} {}, {}", number.heading,
+                                        WithUnit(ValueText(expectation->value, unit), number.unit),
+                                        ComparisonText(*comparison, unit, number.unit)));
     }
-    const auto value = WithUnit(ValueText(expectation->value, unit), number.unit);
-    const auto difference = WithUnit(DifferenceTextOf(*comparison, unit), number.unit);
-    page.Item("expected", fmt::format("{} {}, difference {} {}", number.heading, value, difference,
-                                      Verdict(*comparison)));
   }
 }
 
@@ -62,7 +67,7 @@ void PrintInputs(const Step& step, const std::vector<bool>& skipped, TextPage& p
 
 void PrintList(const Step& step, const Outcome& outcome, AngleUnit unit, TextPage& page) {
   if (!step.note.empty()) {
-    page.Remark(step.note);
+    page.Folded("  ", step.note);
   }
   if (!step.code.empty()) {
     page.Item("code", step.code);

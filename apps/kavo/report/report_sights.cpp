@@ -89,7 +89,7 @@ void PrintSights(const std::vector<Sight>& sights, AngleUnit unit, TextPage& pag
                    {"horizDist", "m"},
                    {"heightDiff", "m"},
                    {"th", "m"},
-                   {"", "", Holds::kNames, true}});
+                   {"", "", Holds::kNames, 1}});
   for (const auto& sight : sights) {
     table.AddRow(SightTexts(sight, unit));
   }

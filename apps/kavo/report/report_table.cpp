@@ -47,7 +47,7 @@ class StepTable {
 
   void Print(TextPage& page) const {
     if (!commonNote_.empty()) {
-      page.Remark(commonNote_);
+      page.Folded("  ", commonNote_);
     }
     PrintInputs(steps_.front(), isColumn_, page);
     TextTable table(TableColumns());
@@ -67,20 +67,28 @@ class StepTable {
   }
 
   void FindNumbers() {
-    for (auto& number : NumbersOf(*steps_.front().service)) {
-      bool given = true;
-      bool expected = false;
-      for (std::size_t i = 0; i < steps_.size(); ++i) {
-        given = given && WasGiven(number, steps_[i], outcomes_[i]);
-        expected = expected || ExpectedOf(number, steps_[i], outcomes_[i]).expectation != nullptr;
+    for (const auto& number : NumbersOf(*steps_.front().service)) {
+      if (AnyRow([&number](const Step& step, const Outcome& outcome) {
+            return !WasGiven(number, step, outcome);
+          })) {
+        results_.push_back(number);
       }
-      if (expected) {
+      if (AnyRow([&number](const Step& step, const Outcome& outcome) {
+            return ExpectedOf(number, step, outcome).expectation != nullptr;
+          })) {
         expected_.push_back(number);
       }
-      if (!given) {
-        results_.push_back(std::move(number));
+    }
+  }
+
+  template <class Test>
+  bool AnyRow(const Test& test) const {
+    for (std::size_t i = 0; i < steps_.size(); ++i) {
+      if (test(steps_[i], outcomes_[i])) {
+        return true;
       }
     }
+    return false;
   }
 
   std::vector<Column> TableColumns() const {
@@ -91,14 +99,16 @@ class StepTable {
         columns.push_back(InputColumn(field));
       }
     }
+    std::size_t group = 1;
     for (const auto& number : results_) {
-      columns.push_back({number.heading, std::string(number.unit)});
+      columns.push_back({number.heading, std::string(number.unit), Holds::kNumbers, group});
     }
     for (const auto& number : expected_) {
-      columns.push_back({"expected", number.heading});
-      columns.push_back({"difference", number.heading});
+      ++group;
+      columns.push_back({"expected", number.heading, Holds::kNumbers, group});
+      columns.push_back({"difference", number.heading, Holds::kNumbers, group});
     }
-    columns.push_back({"", "", Holds::kNames, true});
+    columns.push_back({"", "", Holds::kNames, group + 1});
     return columns;
   }
 

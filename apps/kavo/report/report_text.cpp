@@ -14,10 +14,10 @@ namespace {
 void PrintHeading(const Job& job, TextPage& page) {
   page.Line("{}", job.title.empty() ? job.file : job.title);
   if (!job.source.empty()) {
-    page.Line("source: {}", job.source);
+    page.Folded("source: ", job.source);
   }
   for (const auto& setting : job.settingTexts) {
-    page.Line("setting: {}", setting);
+    page.Folded("setting: ", setting);
   }
   page.Line("lengths in metres, areas in square metres, angles in {}", UnitText(job.angles));
 }

@@ -11,18 +11,7 @@ constexpr std::size_t kMostColumns = 100;
 
 }  // namespace
 
-void TextPage::Remark(std::string_view text) { Fold("  ", text); }
-
-void TextPage::Item(std::string_view heading, std::string_view text) {
-  Fold(fmt::format("  {:<14} ", heading), text);
-}
-
-void TextPage::Result(std::string_view heading, std::string_view text) {
-  Fold(fmt::format("  {:<12} = ", heading), text);
-}
-
-// Folds at blanks; what follows stands under the text's beginning.
-void TextPage::Fold(std::string_view head, std::string_view text) {
+void TextPage::Folded(std::string_view head, std::string_view text) {
   const std::size_t indent = Columns(head);
   std::size_t column = indent;
   out_ += head;
@@ -41,6 +30,14 @@ void TextPage::Fold(std::string_view head, std::string_view text) {
     column += Columns(word);
   }
   EndLine();
+}
+
+void TextPage::Item(std::string_view heading, std::string_view text) {
+  Folded(fmt::format("  {:<16} ", heading), text);
+}
+
+void TextPage::Result(std::string_view heading, std::string_view text) {
+  Folded(fmt::format("  {:<14} = ", heading), text);
 }
 
 void TextPage::EndLine() {

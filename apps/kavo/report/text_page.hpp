@@ -1,4 +1,4 @@
-// The page of a text report: lines, items, and text that is folded to its width.
+// The page of a text report: lines, and text that is folded to its width.
 #pragma once
 
 #include <fmt/format.h>
@@ -18,17 +18,16 @@ class TextPage {
     fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
     EndLine();
   }
-  /// A remark of its own, indented and folded, as are the next two.
-  void Remark(std::string_view text);
-  /// What was given, or is to be said, under its heading.
+  /// A text that is folded where it is too long, with all its lines behind the head.
+  void Folded(std::string_view head, std::string_view text);
+  /// What was given, or is to be said, with its heading.
   void Item(std::string_view heading, std::string_view text);
-  /// What was computed: set apart by an equals sign from what was given, which may have its name.
+  /// What was computed: an equals sign sets it off from what was given, which may have its name.
   void Result(std::string_view heading, std::string_view text);
 
   std::string Take() { return std::move(out_); }
 
  private:
-  void Fold(std::string_view head, std::string_view text);
   void EndLine();
 
   std::string out_;

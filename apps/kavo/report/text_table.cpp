@@ -9,9 +9,9 @@
 namespace kavo_app {
 namespace {
 
-// Also an angle in degrees, minutes and seconds, and the sign that stands for no number.
+// Also an angle in degrees, minutes and seconds.
 bool IsNumber(std::string_view text) {
-  return text.find_first_not_of("+-.0123456789e") == text.npos;
+  return text.find_first_not_of("+-.0123456789e") == text.npos && text != kNone;
 }
 
 // The columns that a number takes before its decimal sign, and those from there on.
@@ -36,7 +36,7 @@ class ColumnLayout {
   }
 
   bool Empty() const { return empty_; }
-
+  std::size_t Group() const { return column_.group; }
   std::string Heading() const { return Set(column_.heading, 0); }
   std::string Unit() const { return Set(column_.unit, 0); }
   std::string Text(std::string_view text) const {
@@ -50,11 +50,9 @@ class ColumnLayout {
 
   // The text on its side of the column; on the right, with blanks behind it.
   std::string Set(std::string_view text, std::size_t behind) const {
-    std::string blanks(width_ - behind - Columns(text), ' ');
-    const std::string gap(column_.apart ? 3 : 1, ' ');
-    return column_.holds == Holds::kNames
-               ? gap + std::string(text) + blanks
-               : gap + blanks + std::string(text) + std::string(behind, ' ');
+    const std::string blanks(width_ - behind - Columns(text), ' ');
+    return column_.holds == Holds::kNames ? std::string(text) + blanks
+                                          : blanks + std::string(text) + std::string(behind, ' ');
   }
 
   const Column& column_;
@@ -64,28 +62,39 @@ class ColumnLayout {
   bool empty_ = true;
 };
 
+// The texts of one line, each as its column sets it.
+template <class TextOf>
+void PrintLine(const std::vector<ColumnLayout>& columns, const TextOf& textOf, TextPage& page) {
+  std::string line;
+  const ColumnLayout* before = nullptr;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!columns[i].Empty()) {
+      const bool apart = before != nullptr && before->Group() != columns[i].Group();
+      line += (apart ? "   " : " ") + textOf(i);
+      before = &columns[i];
+    }
+  }
+  if (line.find_first_not_of(' ') != line.npos) {  // not all tables have units
+    page.Line(" {}", line);
+  }
+}
+
 }  // namespace
 
 void TextTable::Print(TextPage& page) const {
-  std::vector<ColumnLayout> layouts(columns_.begin(), columns_.end());
+  std::vector<ColumnLayout> columns(columns_.begin(), columns_.end());
   for (const auto& row : rows_) {
     for (std::size_t i = 0; i < row.size(); ++i) {
-      layouts[i].Take(row[i]);
+      columns[i].Take(row[i]);
     }
   }
-  const auto printLine = [&layouts, &page](const auto& textOf) {
-    std::string line;
-    for (std::size_t i = 0; i < layouts.size(); ++i) {
-      line += layouts[i].Empty() ? "" : textOf(i);
-    }
-    if (line.find_first_not_of(' ') != line.npos) {  // not all tables have units
-      page.Line(" {}", line);
-    }
-  };
-  printLine([&layouts](std::size_t i) { return layouts[i].Heading(); });
-  printLine([&layouts](std::size_t i) { return layouts[i].Unit(); });
+  PrintLine(
+      columns, [&columns](std::size_t i) { return columns[i].Heading(); }, page);
+  PrintLine(
+      columns, [&columns](std::size_t i) { return columns[i].Unit(); }, page);
   for (const auto& row : rows_) {
-    printLine([&](std::size_t i) { return layouts[i].Text(row[i]); });
+    PrintLine(
+        columns, [&columns, &row](std::size_t i) { return columns[i].Text(row[i]); }, page);
   }
 }
 

@@ -1,7 +1,9 @@
 // The layout of a table in a text report.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "report/text_page.hpp"
@@ -16,7 +18,7 @@ struct Column {
   std::string heading;
   std::string unit;  ///< Stands under the heading.
   Holds holds = Holds::kNumbers;
-  bool apart = false;  ///< Whether a wider gap sets it off from the columns before it.
+  std::size_t group = 0;  ///< A wider gap stands between columns of different groups.
 };
 
 /// A table; every text keeps the digits that it has. A column without any value is left out.
