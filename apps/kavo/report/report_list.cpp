@@ -33,9 +33,9 @@ void PrintRemarks(const Outcome& outcome, TextPage& page) {
   }
 }
 
-std::string ComparisonText(const Comparison& comparison, AngleUnit unit, std::string_view of) {
+std::string ComparisonText(const Comparison& comparison, AngleUnit angles, std::string_view unit) {
   return Available(comparison.computed)
-             ? fmt::format("difference {} {}", WithUnit(DifferenceTextOf(comparison, unit), of),
+             ? fmt::format("difference {} {}", WithUnit(DifferenceTextOf(comparison, angles), unit),
                            Verdict(comparison))
              : std::string(Verdict(comparison));
 }

@@ -22,6 +22,16 @@ Column InputColumn(const Field& field) {
                              : Column{std::string(field.name), std::string(UnitOf(field))};
 }
 
+// The group of the columns behind those that were given; every expected number has one after it.
+constexpr std::size_t kResults = 1;
+
+// A result with the name of an input, such as the reading to aim at a point, says what it is.
+Column ResultColumn(const ResultNumber& number, std::span<const Field> inputs) {
+  return FindField(inputs, number.heading)
+             ? Column{"computed", number.heading, Holds::kNumbers, kResults}
+             : Column{number.heading, std::string(number.unit), Holds::kNumbers, kResults};
+}
+
 std::string_view WorstVerdict(const Outcome& outcome) {
   std::string_view worst;
   for (const auto& comparison : outcome.comparisons) {
@@ -92,17 +102,17 @@ class StepTable {
   }
 
   std::vector<Column> TableColumns() const {
+    const auto inputs = steps_.front().service->inputs;
     std::vector<Column> columns{{"name", "", Holds::kNames}, {"code", "", Holds::kNames}};
     for (std::size_t i = 0; i < isColumn_.size(); ++i) {
-      const Field& field = steps_.front().service->inputs[i];
       if (isColumn_[i]) {
-        columns.push_back(InputColumn(field));
+        columns.push_back(InputColumn(inputs[i]));
       }
     }
-    std::size_t group = 1;
     for (const auto& number : results_) {
-      columns.push_back({number.heading, std::string(number.unit), Holds::kNumbers, group});
+      columns.push_back(ResultColumn(number, inputs));
     }
+    std::size_t group = kResults;
     for (const auto& number : expected_) {
       ++group;
       columns.push_back({"expected", number.heading, Holds::kNumbers, group});
