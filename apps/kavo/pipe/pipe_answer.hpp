@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/json_writer.hpp"
 #include "pipe/pipe_request.hpp"
 
 namespace kavo_app {
@@ -22,6 +23,8 @@ class LineAnswerer {
   static void Refuse(std::string_view complaint, std::size_t number, std::string& out);
 
  private:
+  bool WriteAnswer(JsonWriter json, std::string_view line, std::size_t number);
+
   RequestReader reader_;
   std::string id_;
 };
