@@ -1,32 +1,57 @@
-// JSON, written value by value at the end of a text.
+// JSON, written value by value. RapidJSON prints it; what is here keeps callers to what is JSON.
 #pragma once
 
-#include <cstddef>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include <cstdint>
-#include <string>
 #include <string_view>
+#include <variant>
 
 namespace kavo_app {
 
 class ArrayWriter;
+class JsonWriter;
 class ObjectWriter;
-class JsonScope;
 
 enum class JsonLayout {
   kOneLine,   ///< Without line feeds and blanks.
   kIndented,  ///< Every member and element on a line of its own.
 };
 
-/// The place of one value. Commas, keys and indentation come with the value when it is written: a
-/// place that is left empty leaves nothing behind, and one that is used twice is two values.
+/// A text of JSON, which is one value.
+class JsonDocument {
+ public:
+  explicit JsonDocument(JsonLayout layout = JsonLayout::kOneLine);
+  JsonDocument(const JsonDocument&) = delete;
+  JsonDocument& operator=(const JsonDocument&) = delete;
+
+  /// Empties the text; gives the place of its value.
+  JsonWriter Start();
+  /// What was written since, until the next start.
+  std::string_view Text() const { return {buffer_.GetString(), buffer_.GetSize()}; }
+
+ private:
+  friend class JsonWriter;
+  friend class ArrayWriter;
+  friend class ObjectWriter;
+  template <class Write>
+  void Print(Write write) {
+    std::visit(write, printer_);
+  }
+
+  rapidjson::StringBuffer buffer_;
+  std::variant<rapidjson::Writer<rapidjson::StringBuffer>,
+               rapidjson::PrettyWriter<rapidjson::StringBuffer>>
+      printer_;
+};
+
+/// The place of one value. A member's key comes with the value when it is written: a place that is
+/// left empty leaves nothing behind.
 class JsonWriter {
  public:
-  /// The place at the end of a text.
-  explicit JsonWriter(std::string& out, JsonLayout layout = JsonLayout::kOneLine)
-      : out_(out), indent_(layout == JsonLayout::kIndented ? kStep : 0) {}
-
-  /// Text in quotation marks, escaped. Bytes that are no part of a UTF-8 character become U+FFFD,
-  /// each.
+  /// Text in quotation marks, escaped. The text is UTF-8.
   void Text(std::string_view text) const;
   /// The shortest text that reads back as the same number; null for one that is not finite, which
   /// JSON has no word for.
@@ -43,72 +68,53 @@ class JsonWriter {
   [[nodiscard]] ArrayWriter Array() const;
 
  private:
-  friend class JsonScope;
-  static constexpr std::size_t kStep = 2;
+  friend class ArrayWriter;
+  friend class JsonDocument;
+  friend class ObjectWriter;
 
-  inline JsonWriter(JsonScope& scope, std::string_view key);
-  void Begin() const;
+  explicit JsonWriter(JsonDocument& document, std::string_view key = {})
+      : document_(document), key_(key) {}
+  template <class Write>
+  void Print(Write write) const;
 
-  std::string& out_;
-  JsonScope* scope_ = nullptr;  // null for a value that is in no other
-  std::string_view key_;        // without data in an array
-  std::size_t indent_;          // of what is in the value; 0 on one line
-};
-
-/// What is open between braces or brackets.
-class JsonScope {
- public:
-  JsonScope(const JsonScope&) = delete;
-  JsonScope& operator=(const JsonScope&) = delete;
-
- protected:
-  JsonScope(std::string& out, std::size_t indent, char open, char close);
-  ~JsonScope();
-
-  JsonWriter Place(std::string_view key = {}) { return {*this, key}; }
-
- private:
-  friend class JsonWriter;
-  void BeginLine(std::size_t indent) const;
-
-  std::string& out_;
-  std::size_t indent_;  // of members and elements; 0 on one line
-  char close_;
-  bool empty_ = true;
+  JsonDocument& document_;
+  std::string_view key_;  // without data where the value has none
 };
 
 /// An open object.
-class ObjectWriter : public JsonScope {
+class ObjectWriter {
  public:
+  ObjectWriter(const ObjectWriter&) = delete;
+  ObjectWriter& operator=(const ObjectWriter&) = delete;
+  ~ObjectWriter();
+
   /// The place of the member's value.
-  [[nodiscard]] JsonWriter Key(std::string_view key) { return Place(key); }
+  [[nodiscard]] JsonWriter Key(std::string_view key) { return JsonWriter(document_, key); }
   /// Writes a text that there may be: no member for an empty one.
-  void OptionalText(std::string_view key, std::string_view text) {
-    if (!text.empty()) {
-      Key(key).Text(text);
-    }
-  }
+  void OptionalText(std::string_view key, std::string_view text);
 
  private:
   friend class JsonWriter;
-  ObjectWriter(std::string& out, std::size_t indent) : JsonScope(out, indent, '{', '}') {}
+  explicit ObjectWriter(JsonDocument& document) : document_(document) {}
+
+  JsonDocument& document_;
 };
 
 /// An open array.
-class ArrayWriter : public JsonScope {
+class ArrayWriter {
  public:
+  ArrayWriter(const ArrayWriter&) = delete;
+  ArrayWriter& operator=(const ArrayWriter&) = delete;
+  ~ArrayWriter();
+
   /// The place of the next element.
-  [[nodiscard]] JsonWriter Next() { return Place(); }
+  [[nodiscard]] JsonWriter Next() { return JsonWriter(document_); }
 
  private:
   friend class JsonWriter;
-  ArrayWriter(std::string& out, std::size_t indent) : JsonScope(out, indent, '[', ']') {}
-};
+  explicit ArrayWriter(JsonDocument& document) : document_(document) {}
 
-inline JsonWriter::JsonWriter(JsonScope& scope, std::string_view key)
-    : out_(scope.out_),
-      scope_(&scope),
-      key_(key),
-      indent_(scope.indent_ == 0 ? 0 : scope.indent_ + kStep) {}
+  JsonDocument& document_;
+};
 
 }  // namespace kavo_app

@@ -79,13 +79,18 @@ Outcome OutcomeOf(Request& request) {
 }  // namespace
 
 bool LineAnswerer::Answer(std::string_view line, std::size_t number, std::string& out) {
-  const bool good = WriteAnswer(JsonWriter(out), line, number);
-  out += '\n';
+  const bool good = WriteAnswer(answer_.Start(), line, number);
+  AppendAnswer(out);
   return good;
 }
 
 void LineAnswerer::Refuse(std::string_view complaint, std::size_t number, std::string& out) {
-  WriteError(JsonWriter(out), {}, complaint, number);
+  WriteError(answer_.Start(), {}, complaint, number);
+  AppendAnswer(out);
+}
+
+void LineAnswerer::AppendAnswer(std::string& out) const {
+  out += answer_.Text();
   out += '\n';
 }
 

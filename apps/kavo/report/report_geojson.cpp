@@ -3,6 +3,7 @@
 
 #include "base/geometry.hpp"
 #include "base/json_writer.hpp"
+#include "base/plain_text.hpp"
 #include "plan/scene.hpp"
 #include "report/coordinates.hpp"
 #include "report/report.hpp"
@@ -95,7 +96,7 @@ constexpr std::string_view kCoordinates =
 void WriteCollection(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
   auto collection = json.Object();
   collection.Key("type").Text("FeatureCollection");
-  collection.Key("name").Text(job.title.empty() ? job.file : job.title);
+  collection.Key("name").Text(job.title.empty() ? AsUtf8(job.file) : job.title);
   collection.Key("crs").Null();
   collection.Key("coordinates").Text(kCoordinates);
   WriteFeatures(collection.Key("features"), job, outcomes);
@@ -104,9 +105,9 @@ void WriteCollection(JsonWriter json, const Job& job, const std::vector<Outcome>
 }  // namespace
 
 std::string GeoJson(const Job& job, const std::vector<Outcome>& outcomes) {
-  std::string text;
-  WriteCollection(JsonWriter(text), job, outcomes);
-  return text + '\n';
+  JsonDocument collection;
+  WriteCollection(collection.Start(), job, outcomes);
+  return std::string(collection.Text()) + '\n';
 }
 
 }  // namespace kavo_app

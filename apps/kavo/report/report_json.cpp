@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/plain_text.hpp"
 #include "report/report.hpp"
 #include "report/value_json.hpp"
 
@@ -88,7 +89,7 @@ void WriteReport(JsonWriter json, const Job& job, const std::vector<Outcome>& ou
   object.Key("format").Text("kavo report 1");
   object.Key("title").Text(job.title);
   object.Key("source").Text(job.source);
-  object.Key("job").Text(job.file);
+  object.Key("job").Text(AsUtf8(job.file));  // a file may have any name
   object.Key("lengths").Text("m");
   object.Key("areas").Text("m2");
   object.Key("angles").Text(UnitText(job.angles));
@@ -100,9 +101,9 @@ void WriteReport(JsonWriter json, const Job& job, const std::vector<Outcome>& ou
 }  // namespace
 
 std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes) {
-  std::string report;
-  WriteReport(JsonWriter(report, JsonLayout::kIndented), job, outcomes);
-  return report + '\n';
+  JsonDocument report(JsonLayout::kIndented);
+  WriteReport(report.Start(), job, outcomes);
+  return std::string(report.Text()) + '\n';
 }
 
 }  // namespace kavo_app

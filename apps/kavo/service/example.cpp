@@ -223,9 +223,9 @@ std::string ExampleSteps(const Service& service) {
 }
 
 std::string ExampleRequest(const Service& service) {
-  std::string request;
-  WriteRequest(JsonWriter(request), service);
-  return request;
+  JsonDocument request;
+  WriteRequest(request.Start(), service);
+  return std::string(request.Text());
 }
 
 }  // namespace kavo_app
