@@ -9,59 +9,6 @@
 
 namespace kavo_app {
 
-const KindInfo& InfoOf(Kind kind) {
-  static constexpr KindInfo kPoint{"m", "name, or {north, east, elev}"};
-  static constexpr KindInfo kPoints{"m", "list of points"};
-  static constexpr KindInfo kLine{"m", "name, {from, to}, or {from, azimuth}"};
-  static constexpr KindInfo kFigure{"", "name of the step that sets it"};
-  static constexpr KindInfo kSights{
-      "",
-      "list of {point, ha, va, slopeDist or horizDist and heightDiff, th, code, face}, all but ha "
-      "optional; or a CSV file with these columns; two readings of a point on both faces are one "
-      "sight"};
-  static constexpr KindInfo kResiduals{"", "not an input"};
-  static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
-  static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
-  static constexpr KindInfo kArea{"m2", "number, or \"@step.field\""};
-  static constexpr KindInfo kPercent{"%", "number, or \"@step.field\""};
-  static constexpr KindInfo kRatio{"", "number, or \"@step.field\""};
-  switch (kind) {
-    case Kind::kPoint:
-      return kPoint;
-    case Kind::kPoints:
-      return kPoints;
-    case Kind::kLine:
-      return kLine;
-    case Kind::kFigure:
-      return kFigure;
-    case Kind::kSights:
-      return kSights;
-    case Kind::kResiduals:
-      return kResiduals;
-    case Kind::kAzimuth:
-    case Kind::kZenith:
-    case Kind::kAngle:
-      return kAngle;
-    case Kind::kLength:
-      return kLength;
-    case Kind::kArea:
-      return kArea;
-    case Kind::kPercent:
-      return kPercent;
-    case Kind::kRatio:
-      break;
-  }
-  return kRatio;
-}
-
-bool IsAngle(Kind kind) {
-  return kind == Kind::kAzimuth || kind == Kind::kZenith || kind == Kind::kAngle;
-}
-
-bool ShowsItself(Kind kind) {
-  return kind != Kind::kLine && kind != Kind::kFigure && kind != Kind::kResiduals;
-}
-
 std::optional<std::size_t> FindField(std::span<const Field> fields, std::string_view name) {
   const auto field = std::ranges::find(fields, name, &Field::name);
   if (field == fields.end()) {
@@ -131,13 +78,5 @@ const Field* BaseInput(const Service& service) {
 }
 
 Figure FigureOf(const Inputs& in) { return std::make_shared<const Inputs>(in); }
-
-Value OrNothing(double number) { return number == VALUE_INVALID ? Value{} : Value{number}; }
-
-Value OrNothing(IntAngle angle) { return angle == ANGLE_INVALID ? Value{} : Value{angle}; }
-
-Value OrNothing(const CoordPt& point) {
-  return point.north == VALUE_INVALID || point.east == VALUE_INVALID ? Value{} : Value{point};
-}
 
 }  // namespace kavo_app
