@@ -22,6 +22,8 @@ std::string_view NeedText(Need need) {
       return " (optional)";
     case Need::kOneOf:
       return " (one of these)";
+    case Need::kOneAtMost:
+      return " (one of these at most)";
   }
   return "";
 }

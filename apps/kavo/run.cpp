@@ -8,6 +8,7 @@
 
 #include "base/geometry.hpp"
 #include "heap.hpp"
+#include "service/input_rules.hpp"
 #include "service/trust.hpp"
 
 namespace kavo_app {
@@ -45,17 +46,26 @@ class Runner {
     outcome.outputs.resize(step.service->outputs.size());
     for (const auto& input : step.inputs) {
       if (const auto missing = MissingResult(input)) {
-        outcome.inputs.clear();
-        outcome.sentence = fmt::format("skipped: \"{}\" has no result", job_.steps[*missing].name);
-        outcome.comparisons.resize(step.expected.size());
-        return outcome;
+        return Skipped(step, fmt::format("\"{}\" has no result", job_.steps[*missing].name));
       }
       outcome.inputs.push_back(ValueOf(input));
+    }
+    // What the job itself says was held to the limits when it was read.
+    if (const auto trouble = TroubleOfLimits(*step.service, outcome.inputs); !trouble.empty()) {
+      return Skipped(step, trouble);
     }
     CallService(*step.service, outcome);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
     }
+    return outcome;
+  }
+
+  static Outcome Skipped(const Step& step, std::string_view why) {
+    Outcome outcome;
+    outcome.outputs.resize(step.service->outputs.size());
+    outcome.sentence = fmt::format("skipped: {}", why);
+    outcome.comparisons.resize(step.expected.size());
     return outcome;
   }
 

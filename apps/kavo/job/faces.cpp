@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "base/geometry.hpp"
-#include "service/service_rows.hpp"
 
 namespace kavo_app {
 namespace {
@@ -104,14 +103,11 @@ std::optional<IntAngle> AngleIfGiven(const Inputs& in, std::string_view name) {
 // otherwise.
 std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readings) {
   const Reading& first = readings.front();
-  if (first.slopeDist < 0.0 || first.horizDist < 0.0) {
-    return kNegativeDistance;
-  }
   if (in.Has("face") && in.Number("face") != (first.face2 ? 2.0 : 1.0)) {
-    return "face is neither 1 nor 2, or va is a reading of the other one";
+    return "va is a reading of the other face: leave face out, or correct one";
   }
   if (readings.size() == 1) {
-    return in.Has("va2") ? "va2 belongs to ha2: give both or none" : "";
+    return {};
   }
   const Reading& second = readings.back();
   if (second.va && IsFace2(*second.va) != second.face2) {

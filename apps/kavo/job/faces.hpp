@@ -35,12 +35,16 @@ inline constexpr Field kVa{
     "zenith reading, either face; without it the sight is level and gives no "
     "elevation",
     Need::kOptional};
-inline constexpr Field kFace{"face", Kind::kRatio, "1 or 2; told by va when absent",
-                             Need::kOptional};
+inline constexpr Limit kOneOrTwo{[](double face) { return face == 1.0 || face == 2.0; }, "1 or 2"};
+inline constexpr Field kFace{"face", Kind::kRatio, "face of the reading; told by va when absent",
+                             Need::kOptional, kOneOrTwo};
 inline constexpr Field kHa2{"ha2", Kind::kAzimuth, "reading on the other face, to be meaned",
                             Need::kOptional};
 inline constexpr Field kVa2{"va2", Kind::kZenith, "zenith reading on the other face",
                             Need::kOptional};
+
+inline constexpr Rule kPairNeedsHa2{"va2", "ha2"};
+inline constexpr Rule kPairNeedsVa{"va2", "va"};
 
 /// Reads those inputs, slopeDist, horizDist and th.
 Pointing PointingOf(const Inputs& in);

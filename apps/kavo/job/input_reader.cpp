@@ -8,6 +8,7 @@
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
 #include "job/sight_reader.hpp"
+#include "service/input_rules.hpp"
 
 namespace kavo_app {
 namespace {
@@ -21,6 +22,11 @@ std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wante
   }
   return static_cast<std::size_t>(std::ranges::find_if(service.outputs, fits) -
                                   service.outputs.begin());
+}
+
+// The parts of a list are put together when the step runs.
+std::optional<double> MeasureOf(const Input& input) {
+  return input.parts.empty() ? Measure(input.value) : static_cast<double>(input.parts.size());
 }
 
 // A service's only point is expected by its components, several points each by its name.
@@ -88,7 +94,11 @@ std::optional<ResultRef> Names::FindResult(std::string_view text, const Field& w
 Input InputReader::Read(const TomlReader& step, const Field& field) const {
   const auto* node = step.Find(field.name);
   if (node != nullptr) {
-    return ReadNode(step, *node, field);
+    auto input = ReadNode(step, *node, field);
+    if (const auto trouble = TroubleOfLimit(field, MeasureOf(input)); !trouble.empty()) {
+      step.Fail(*node, field.name, trouble);
+    }
+    return input;
   }
   if (field.need == Need::kRequired) {
     step.FailMissing(field.name, fmt::format("{}: {}", field.meaning, InfoOf(field.kind).writing));

@@ -13,6 +13,7 @@
 #include "job/job.hpp"
 #include "job/job_settings.hpp"
 #include "job/toml_reader.hpp"
+#include "service/input_rules.hpp"
 
 namespace kavo_app {
 namespace {
@@ -193,8 +194,10 @@ class JobReader {
         NoteSightFile(reader, field.name);
       }
     }
-    if (const auto trouble = ChoiceTrouble(service, Given(step.inputs)); !trouble.empty()) {
-      reader.FailHere(service.name, trouble);
+    if (const auto trouble = TroubleOfChoice(service, Given(step.inputs))) {
+      const auto* node = reader.Find(trouble->field);
+      node != nullptr ? reader.Fail(*node, trouble->field, trouble->advice)
+                      : reader.FailHere(trouble->field, trouble->advice);
     }
     inputs.ReadExpectations(reader, step);
     RefuseIdleTolerance(reader, service, Expects(step));

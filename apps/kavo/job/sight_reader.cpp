@@ -39,9 +39,10 @@ bool ReadFace2(const TomlReader& at, std::optional<IntAngle> va) {
 
 // Metres; 0 when absent.
 double DistanceAt(const TomlReader& at, std::string_view name) {
+  const auto* node = at.Find(name);
   const double dist = at.Number(name, 0.0);
-  if (dist < 0.0) {
-    at.Fail(*at.Find(name), name, "is negative; write the distance as measured");
+  if (node != nullptr && dist <= 0.0) {
+    at.Fail(*node, name, "must be above 0; leave it out where none was measured");
   }
   return dist;
 }

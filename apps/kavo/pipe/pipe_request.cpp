@@ -11,6 +11,7 @@
 #include "job/job_settings.hpp"
 #include "pipe/json_toml.hpp"
 #include "pipe/json_values.hpp"
+#include "service/input_rules.hpp"
 
 namespace kavo_app {
 namespace {
@@ -83,13 +84,15 @@ std::vector<bool> Given(const std::vector<Value>& inputs) {
   return given;
 }
 
-std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, AngleUnit angles,
-                            const JsonPlace& place) {
+std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, AngleUnit angles) {
   std::vector<Value> inputs;
   inputs.reserve(service.inputs.size());
   for (const auto& field : service.inputs) {
     if (field.kind != Kind::kFigure && fields.Find(field.name) != nullptr) {
       inputs.push_back(ReadJsonValue(fields, field, angles));
+      if (const auto trouble = TroubleOfLimit(field, Measure(inputs.back())); !trouble.empty()) {
+        fields.PlaceOf(field.name).Fail(trouble);
+      }
       continue;
     }
     if (field.kind != Kind::kFigure && field.need == Need::kRequired) {
@@ -97,8 +100,8 @@ std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, An
     }
     inputs.emplace_back();
   }
-  if (const auto trouble = ChoiceTrouble(service, Given(inputs)); !trouble.empty()) {
-    place.Fail(trouble);
+  if (const auto trouble = TroubleOfChoice(service, Given(inputs))) {
+    fields.PlaceOf(trouble->field).Fail(trouble->advice);
   }
   return inputs;
 }
@@ -118,8 +121,7 @@ void ReadSet(const JsonFields& fields, const Field& base, Request& request) {
   }
   constexpr std::array<std::string_view, 1> kOwnKeys = {"service"};
   const CallKeys keys(kOwnKeys, service);
-  request.setInputs =
-      InputsOf(JsonFields(object, place, keys.All()), service, request.angles, place);
+  request.setInputs = InputsOf(JsonFields(object, place, keys.All()), service, request.angles);
   request.setService = &service;
 }
 
@@ -185,7 +187,7 @@ Request RequestReader::Read(std::string_view line, std::string& id) {
   const JsonFields fields(object, place, keys.All());
   request.angles = AnglesOf(fields);
   request.settings = SettingsOf(fields);
-  request.inputs = InputsOf(fields, *request.service, request.angles, place);
+  request.inputs = InputsOf(fields, *request.service, request.angles);
   if (const auto* base = BaseInput(*request.service)) {
     ReadSet(fields, *base, request);
   }

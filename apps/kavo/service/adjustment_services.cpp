@@ -124,8 +124,9 @@ Answer Resect(const Inputs& in) {
 
 constexpr std::array kKnownLineIn = {
     Field{"sights", Kind::kSights,
-          "two sights with distances, the first to the known point; the second may lack its point "
-          "when the line's azimuth is given"},
+          "sights with distances, the first to the known point; the second may lack its point "
+          "when the line's azimuth is given",
+          Need::kRequired, kTwoSights},
     Field{"lineAzimuth", Kind::kAzimuth,
           "azimuth from the first point to the second; from their coordinates when absent",
           Need::kOptional},
@@ -151,9 +152,6 @@ constexpr std::array kKnownLineStatus = {
 
 Answer KnownLine(const Inputs& in) {
   const auto& sights = in.Sights("sights");
-  if (sights.size() != 2) {
-    return {ERR_REFUSED, {{}, {}, {}, {}}};
-  }
   const bool fromPoints = !in.Has("lineAzimuth");
   if (!HasPosition(sights[0].point)) {
     return {ERR_POINT_INVALID, {{}, {}, {}, {}}};

@@ -46,7 +46,9 @@ class Judge {
 
 constexpr Field kElevTolerance{"elevTolerance", Kind::kLength,
                                "largest height difference; as tolerance when absent",
-                               Need::kOptional};
+                               Need::kOptional, kNotNegative};
+constexpr const char* kNoElevations =
+    "a point has no elevation to check: give it, or leave elevTolerance out";
 constexpr Field kDiffElev{"dElev", Kind::kLength,
                           "measured less known elevation; none without both"};
 
@@ -55,7 +57,8 @@ constexpr Field kDiffElev{"dElev", Kind::kLength,
 constexpr std::array kCheckIn = {
     Field{"measured", Kind::kPoint, "the measured point"},
     Field{"known", Kind::kPoint, "where it is known to be"},
-    Field{"tolerance", Kind::kLength, "largest distance between them in plan"},
+    Field{"tolerance", Kind::kLength, "largest distance between them in plan", Need::kRequired,
+          kNotNegative},
     kElevTolerance,
 };
 constexpr std::array kCheckOut = {
@@ -83,7 +86,7 @@ Answer Check(const Inputs& in) {
                 {measured.north - known.north, measured.east - known.east, apart.horizDist, dElev},
                 judge.Note()};
   if (in.Has("elevTolerance") && !elevs) {
-    answer.trouble = "a point has no elevation to check: give it, or leave elevTolerance out";
+    answer.trouble = kNoElevations;
   }
   return answer;
 }
@@ -98,15 +101,26 @@ constexpr std::array kBacksightIn = {
     kHa,
     kVa,
     kFace,
-    Field{"slopeDist", Kind::kLength, "slope distance, if measured", Need::kOptional},
-    Field{"horizDist", Kind::kLength, "horizontal distance, if measured", Need::kOptional},
+    Field{"slopeDist", Kind::kLength, "slope distance, if measured", Need::kOneAtMost, kAboveZero},
+    Field{"horizDist", Kind::kLength, "horizontal distance, if measured", Need::kOneAtMost,
+          kAboveZero},
     Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
     kHa2,
     kVa2,
-    Field{"angle-tolerance", Kind::kAngle, "largest difference of direction"},
-    Field{"tolerance", Kind::kLength, "largest difference of distance; needed with one",
-          Need::kOptional},
+    Field{"angle-tolerance", Kind::kAngle, "largest difference of direction", Need::kRequired,
+          kNotNegative},
+    Field{"tolerance", Kind::kLength, "largest difference of distance", Need::kOptional,
+          kNotNegative},
     kElevTolerance,
+};
+// What is measured is checked, and what is to be checked is measured.
+constexpr std::array kBacksightRules = {
+    Rule{"slopeDist", "tolerance"},
+    Rule{"horizDist", "tolerance"},
+    Rule{"elevTolerance", "va"},
+    Rule{"elevTolerance", "slopeDist", "horizDist"},
+    kPairNeedsHa2,
+    kPairNeedsVa,
 };
 constexpr std::array kBacksightOut = {
     Field{"dDirection", Kind::kAngle, "measured less computed direction"},
@@ -121,20 +135,6 @@ constexpr std::array kBacksightStatus = {
               "the station and the point coincide: give another point"},
     kPointInvalid,
 };
-
-// Why a check that the job asks for cannot be made; empty when all can.
-std::string BacksightTrouble(const Inputs& in, bool distance, bool height) {
-  if (in.Has("slopeDist") && in.Has("horizDist")) {
-    return "give either slopeDist or horizDist";
-  }
-  if (distance && !in.Has("tolerance")) {
-    return "the distance has no tolerance to be checked against: give tolerance";
-  }
-  if (in.Has("elevTolerance") && !height) {
-    return "there is no height to check: it takes va, a distance and both elevations";
-  }
-  return {};
-}
 
 Answer Backsight(const Inputs& in) {
   const CoordPt& station = in.Point("station");
@@ -160,16 +160,17 @@ Answer Backsight(const Inputs& in) {
   return {judge.Status(),
           {turn, across, dDist, dElev},
           Joined(judge.Note(), faces),
-          trouble.empty() ? BacksightTrouble(in, distance, height) : trouble};
+          trouble.empty() && in.Has("elevTolerance") && !height ? kNoElevations : trouble};
 }
 
 // --- face-check
 
 constexpr std::array kFacesIn = {
     Field{"sights", Kind::kSights, "sights on both faces: two rows for each point"},
-    Field{"angle-tolerance", Kind::kAngle, "largest collimation and index error of any sight"},
+    Field{"angle-tolerance", Kind::kAngle, "largest collimation and index error of any sight",
+          Need::kRequired, kNotNegative},
     Field{"spreadTolerance", Kind::kAngle, "largest spread of each; not checked when absent",
-          Need::kOptional},
+          Need::kOptional, kNotNegative},
 };
 constexpr std::array kFacesOut = {
     Field{"collimation", Kind::kAngle, "mean error of the line of sight, face 1 less true"},
@@ -213,7 +214,7 @@ constexpr std::array kServices = {
             kCheckOut, kCheckStatus, Check},
     Service{"backsight", "KavoCogoCoordToAngDist",
             "sight to a known point from an oriented station", kBacksightIn, kBacksightOut,
-            kBacksightStatus, Backsight},
+            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules},
     Service{"face-check", "kavo", "the instrument's errors from sights on both faces", kFacesIn,
             kFacesOut, kFacesStatus, FaceCheck},
 };

@@ -70,13 +70,14 @@ constexpr std::array kRadiateIn = {
     kHa,
     kVa,
     kFace,
-    Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf},
-    Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf},
+    Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf, kAboveZero},
+    Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf, kAboveZero},
     kInstrumentHeight,
     Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
     kHa2,
     kVa2,
 };
+constexpr std::array kRadiateRules = {kPairNeedsHa2, kPairNeedsVa};
 
 Answer Radiate(const Inputs& in) {
   const auto [sight, trouble, note] = PointingOf(in);
@@ -106,7 +107,8 @@ constexpr std::array kGradeStatus = {kComputed};
 Answer Grade(const Inputs& in) {
   SlopeRec out{};
   KavoCogoCalcSlopeByDist(in.Number("horizDist"), in.Number("dElev"), &out);
-  return {STATUS_OK, {OrNothing(out.percent), OrNothing(out.ratio)}};
+  constexpr double kNoSign = 0.0;  // added to a level or vertical slope's 0, which may be negative
+  return {STATUS_OK, {OrNothing(out.percent + kNoSign), OrNothing(out.ratio + kNoSign)}};
 }
 
 // --- points and lines
@@ -188,10 +190,9 @@ Answer TransformLine(const Inputs& in) {
 
 // --- area
 
-constexpr std::int16_t kFewestCorners = 3;
-
+constexpr Limit kThreeOrMore{[](double count) { return count >= 3.0; }, "three corners or more"};
 constexpr std::array kAreaIn = {
-    Field{"points", Kind::kPoints, "the corners in order, 3 to 32767"},
+    Field{"points", Kind::kPoints, "the corners in order", Need::kRequired, kThreeOrMore},
 };
 constexpr std::array kAreaOut = {
     Field{"area", Kind::kArea, "plane area enclosed"},
@@ -201,11 +202,7 @@ constexpr std::array kAreaStatus = {kComputed};
 Answer Area(const Inputs& in) {
   const auto& points = in.Points("points");
   const auto count = static_cast<std::int16_t>(points.size());
-  return {
-      STATUS_OK,
-      {KavoCogoCalcArea(points.data(), count)},
-      "",
-      count < kFewestCorners ? "fewer than three corners enclose nothing: give three or more" : ""};
+  return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
 }
 
 constexpr std::array kServices = {
@@ -214,7 +211,7 @@ constexpr std::array kServices = {
     Service{"forward", "KavoCogoAngDistToCoord", "point at an azimuth and distance", kForwardIn,
             kPointOut, kForwardStatus, Forward},
     Service{"radiate", "KavoCogoAngDistToCoord", "point from a reading at an oriented station",
-            kRadiateIn, kPointOut, kForwardStatus, Radiate},
+            kRadiateIn, kPointOut, kForwardStatus, Radiate, kKeepsDigits, kRadiateRules},
     Service{"grade", "KavoCogoCalcSlopeByDist", "grade and ratio of a slope", kGradeIn, kGradeOut,
             kGradeStatus, Grade},
     Service{"foot", "KavoCogoCalcPtLine", "foot of the perpendicular from a point to a line",

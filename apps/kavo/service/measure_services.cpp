@@ -17,7 +17,8 @@ constexpr StatusRow kVertical{KAVO_STATUS(ERR_SIGHT_VERTICAL), false,
 constexpr std::array kRemoteBaseIn = {
     Field{"ha", Kind::kAzimuth, "horizontal reading to the reflector, either face"},
     Field{"va", Kind::kZenith, "zenith reading to the reflector"},
-    Field{"slopeDist", Kind::kLength, "slope distance to the reflector"},
+    Field{"slopeDist", Kind::kLength, "slope distance to the reflector", Need::kRequired,
+          kAboveZero},
 };
 constexpr std::array kRemoteBaseOut = {
     Field{"base", Kind::kFigure, "the reflector, for steps of remote-elevation"},
@@ -32,13 +33,7 @@ std::int32_t SetRemoteBase(const Inputs& in) {
   return KavoREMSetBase(&sight);
 }
 
-Answer RemoteBase(const Inputs& in) {
-  Answer answer{SetRemoteBase(in), {FigureOf(in)}};
-  if (in.Number("slopeDist") < 0.0) {
-    answer.trouble = kNegativeDistance;
-  }
-  return answer;
-}
+Answer RemoteBase(const Inputs& in) { return {SetRemoteBase(in), {FigureOf(in)}}; }
 
 constexpr std::array kRemoteIn = {
     Field{"base", Kind::kFigure, "the reflector below or above the remote point"},

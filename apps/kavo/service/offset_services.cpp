@@ -147,7 +147,8 @@ Answer PointOnEdge(const Inputs& in) {
 constexpr std::array kColumnIn = {
     Field{"ha", Kind::kAzimuth, "horizontal reading to the surface, either face"},
     Field{"va", Kind::kZenith, "zenith reading to the surface"},
-    Field{"horizDist", Kind::kLength, "horizontal distance to the surface"},
+    Field{"horizDist", Kind::kLength, "horizontal distance to the surface", Need::kRequired,
+          kAboveZero},
     Field{"ha2", Kind::kAzimuth, "horizontal reading to one edge"},
     Field{"va2", Kind::kZenith, "zenith reading to it; as va when absent", Need::kOptional},
     Field{"ha3", Kind::kAzimuth, "horizontal reading to the other edge"},

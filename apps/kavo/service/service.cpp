@@ -53,18 +53,6 @@ const StatusRow* FindStatus(const Service& service, std::int32_t code) {
   return row == service.statuses.end() ? nullptr : &*row;
 }
 
-std::string ChoiceTrouble(const Service& service, const std::vector<bool>& given) {
-  std::string names;
-  int count = 0;
-  for (std::size_t i = 0; i < service.inputs.size(); ++i) {
-    if (service.inputs[i].need == Need::kOneOf) {
-      names += (names.empty() ? "" : " or ") + std::string(service.inputs[i].name);
-      count += given[i] ? 1 : 0;
-    }
-  }
-  return names.empty() || count == 1 ? "" : "give exactly one: " + names;
-}
-
 bool Fits(const Field& given, const Field& wanted) {
   if (given.kind == Kind::kFigure) {
     return wanted.kind == Kind::kFigure && given.name == wanted.name;

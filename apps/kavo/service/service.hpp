@@ -18,8 +18,16 @@ namespace kavo_app {
 enum class Need {
   kRequired,
   kOptional,
-  kOneOf  ///< Exactly one of the service's fields of this kind is needed.
+  kOneOf,     ///< Exactly one of the service's fields of this kind is needed.
+  kOneAtMost  ///< At most one of the service's fields of this kind may be given.
 };
+
+/// What a field takes of the numbers: of its own, or of how many its list has.
+struct Limit {
+  bool (*holds)(double number) = nullptr;  ///< Null for any.
+  std::string_view words{};                ///< After "must be".
+};
+inline constexpr Limit kAny;
 
 /// One input or output of a service. A figure fits every field of its own name and no other.
 struct Field {
@@ -27,6 +35,14 @@ struct Field {
   Kind kind;
   std::string_view meaning;
   Need need = Need::kRequired;
+  Limit limit = kAny;
+};
+
+/// What a call must give as well when it gives a field.
+struct Rule {
+  std::string_view given;
+  std::string_view needed;
+  std::string_view orNeeded{};  ///< What would do instead of `needed`; or empty.
 };
 
 /// A status that the service's export can return.
@@ -106,6 +122,7 @@ struct Service {
   Answer (*call)(const Inputs& in);
   /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
   bool losesDigits = false;
+  std::span<const Rule> rules{};
 };
 
 /// All services, in the order in which they are listed.
@@ -113,10 +130,6 @@ std::span<const Service> Services();
 
 /// The service of that name; null when there is none.
 const Service* FindService(std::string_view name);
-
-/// What is wrong with the choice among a service's inputs of which exactly one is needed; empty
-/// when nothing is.
-std::string ChoiceTrouble(const Service& service, const std::vector<bool>& given);
 
 /// True when a value of one field can stand for the other: of the same kind, and a figure of the
 /// same name. Angles of all kinds can stand for each other.

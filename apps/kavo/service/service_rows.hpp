@@ -17,12 +17,14 @@ inline constexpr StatusRow kLinePointsCoincide{
     KAVO_STATUS(ERR_NO_DIRECTION), false,
     "the line's two points coincide: give two different points"};
 
-// A distance that was measured; the exports would take it backwards.
-inline constexpr const char* kNegativeDistance = "the distance is negative: give it as measured";
+// Limits. A measured distance of 0 is none, and the exports would take a negative one backwards.
+inline constexpr Limit kAboveZero{[](double number) { return number > 0.0; }, "above 0"};
+inline constexpr Limit kNotNegative{[](double number) { return number >= 0.0; }, "0 or more"};
 
 // Measured: moving a scene from the origin to the coordinates of a national grid changes what these
 // services give by more than a tenth of a millimetre, for some scenes by metres.
 inline constexpr bool kLosesDigits = true;
+inline constexpr bool kKeepsDigits = false;
 
 inline constexpr std::array kPointOut = {
     Field{"point", Kind::kPoint, "the computed point"},

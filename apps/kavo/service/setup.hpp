@@ -8,6 +8,7 @@
 
 namespace kavo_app {
 
+inline constexpr Limit kTwoSights{[](double count) { return count == 2.0; }, "exactly two sights"};
 inline constexpr Field kAxisHeight{"ih", Kind::kLength,
                                    "instrument height; 0 when absent, for the axis's elevation",
                                    Need::kOptional};

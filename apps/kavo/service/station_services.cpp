@@ -31,17 +31,14 @@ Answer Benchmark(const Inputs& in) {
 
 // --- three-point resection
 
-constexpr StatusRow kNotThree{KAVO_STATUS(ERR_REFUSED), false, "this takes exactly three sights"};
-constexpr StatusRow kNotTwo{KAVO_STATUS(ERR_REFUSED), false, "this takes exactly two sights"};
-
+constexpr Limit kThree{[](double count) { return count == 3.0; }, "exactly three sights"};
 constexpr std::array kResect3In = {
-    Field{"sights", Kind::kSights, "three sights to known points"},
+    Field{"sights", Kind::kSights, "sights to known points", Need::kRequired, kThree},
     kAxisHeight,
 };
 constexpr std::array kResect3Out = {kSetUpStation, kSetUpOrient};
 constexpr std::array kResect3Status = {
     kComputed,
-    kNotThree,
     StatusRow{KAVO_STATUS(ERR_SAME_DIRECTION), false,
               "two sights have one direction: sight points in three directions"},
     StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
@@ -55,9 +52,6 @@ StnAngleObs AngleObs(const Sight& sight, const Inputs& in) {
 
 Answer Resect3(const Inputs& in) {
   const auto& sights = in.Sights("sights");
-  if (sights.size() != 3) {
-    return {ERR_REFUSED, {{}, {}}};
-  }
   const auto obs0 = AngleObs(sights[0], in);
   const auto obs1 = AngleObs(sights[1], in);
   const auto obs2 = AngleObs(sights[2], in);
@@ -69,7 +63,8 @@ Answer Resect3(const Inputs& in) {
 // --- two-point resection
 
 constexpr std::array kResect2In = {
-    Field{"sights", Kind::kSights, "two sights to known points, one or both with a distance"},
+    Field{"sights", Kind::kSights, "sights to known points, one or both with a distance",
+          Need::kRequired, kTwoSights},
     kAxisHeight,
 };
 constexpr std::array kResect2Out = {
@@ -82,7 +77,6 @@ constexpr std::array kResect2Out = {
 };
 constexpr std::array kResect2Status = {
     kComputed,
-    kNotTwo,
     StatusRow{KAVO_STATUS(ERR_NO_DIRECTION), false, "the points, or the sights to them, coincide"},
     StatusRow{KAVO_STATUS(ERR_NO_DISTANCE), false, "no sight has a distance: measure one or both"},
     StatusRow{KAVO_STATUS(ERR_INDETERMINATE), false,
@@ -105,9 +99,6 @@ StnDistObs DistObs(const Sight& sight, const Inputs& in) {
 
 Answer Resect2(const Inputs& in) {
   const auto& sights = in.Sights("sights");
-  if (sights.size() != 2) {
-    return {ERR_REFUSED, {{}, {}, {}, {}, {}, {}}};
-  }
   const auto obsA = DistObs(sights[0], in);
   const auto obsB = DistObs(sights[1], in);
   StnSetupResult out{};

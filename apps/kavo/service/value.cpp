@@ -3,21 +3,22 @@
 namespace kavo_app {
 
 const KindInfo& InfoOf(Kind kind) {
-  static constexpr KindInfo kPoint{"m", "name, or {north, east, elev}"};
-  static constexpr KindInfo kPoints{"m", "list of points"};
-  static constexpr KindInfo kLine{"m", "name, {from, to}, or {from, azimuth}"};
-  static constexpr KindInfo kFigure{"", "name of the step that sets it"};
+  static constexpr std::string_view kNumber = "number, or \"@step.field\"";
+  static constexpr KindInfo kPoint{"point", "m", "name, or {north, east, elev}"};
+  static constexpr KindInfo kPoints{"points", "m", "list of points"};
+  static constexpr KindInfo kLine{"line", "m", "name, {from, to}, or {from, azimuth}"};
+  static constexpr KindInfo kFigure{"base", "", "name of the step that sets it"};
   static constexpr KindInfo kSights{
-      "",
+      "sights", "",
       "list of {point, ha, va, slopeDist or horizDist and heightDiff, th, code, face}, all but ha "
       "optional; or a CSV file with these columns; two readings of a point on both faces are one "
       "sight"};
-  static constexpr KindInfo kResiduals{"", "not an input"};
-  static constexpr KindInfo kAngle{"angle", "in the job's notation, or \"@step.field\""};
-  static constexpr KindInfo kLength{"m", "number, or \"@step.field\""};
-  static constexpr KindInfo kArea{"m2", "number, or \"@step.field\""};
-  static constexpr KindInfo kPercent{"%", "number, or \"@step.field\""};
-  static constexpr KindInfo kRatio{"", "number, or \"@step.field\""};
+  static constexpr KindInfo kResiduals{"list", "", "not an input"};
+  static constexpr KindInfo kAngle{"angle", "angle", "in the job's notation, or \"@step.field\""};
+  static constexpr KindInfo kLength{"metres", "m", kNumber};
+  static constexpr KindInfo kArea{"square metres", "m2", kNumber};
+  static constexpr KindInfo kPercent{"per cent", "%", kNumber};
+  static constexpr KindInfo kRatio{"number", "", kNumber};
   switch (kind) {
     case Kind::kPoint:
       return kPoint;
