@@ -7,8 +7,10 @@
 #include <stdexcept>
 
 #include "base/geometry.hpp"
+#include "base/plain_text.hpp"
 #include "heap.hpp"
 #include "service/input_rules.hpp"
+#include "service/setup.hpp"
 #include "service/trust.hpp"
 
 namespace kavo_app {
@@ -55,6 +57,7 @@ class Runner {
       return Skipped(step, trouble);
     }
     CallService(*step.service, outcome);
+    outcome.warning = Joined(Forgotten(step), outcome.warning);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
     }
@@ -67,6 +70,38 @@ class Runner {
     outcome.sentence = fmt::format("skipped: {}", why);
     outcome.comparisons.resize(step.expected.size());
     return outcome;
+  }
+
+  // What the set-up of the station found besides, such as its orientation, and the step does not
+  // take, so that it counts as 0: the points would come out turned.
+  std::string Forgotten(const Step& step) const {
+    const auto station = FindField(step.service->inputs, kSetUpStation.name);
+    if (!station || !step.inputs[*station].from) {
+      return {};
+    }
+    const auto [setUp, output] = *step.inputs[*station].from;
+    const auto found = job_.steps[setUp].service->outputs;
+    std::string told;
+    for (std::size_t i = 0; i < step.inputs.size(); ++i) {
+      const Field& field = step.service->inputs[i];
+      const auto twin = FindField(found, field.name);
+      if (found[output].name == kSetUpStation.name && step.inputs[i].text.empty() && twin) {
+        told = Joined(told, ForgottenText(field, setUp, outcomes_[setUp].outputs[*twin]));
+      }
+    }
+    return told;
+  }
+
+  // Nothing where 0 is what was found.
+  std::string ForgottenText(const Field& field, std::size_t setUp, const Value& found) const {
+    const auto* angle = std::get_if<IntAngle>(&found);
+    if (angle == nullptr || *angle == 0) {
+      return {};
+    }
+    return fmt::format(
+        "{0} is not given and counts as 0, although \"{1}\" has found {2}: give {0} = "
+        "\"@{1}.{0}\"",
+        field.name, job_.steps[setUp].name, AngleText(*angle, job_.angles));
   }
 
   // The step whose result an input needs and that has none.

@@ -4,6 +4,7 @@
 
 #include "base/geometry.hpp"
 #include "job/faces.hpp"
+#include "service/outline.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 
@@ -205,6 +206,8 @@ Answer Area(const Inputs& in) {
   return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
 }
 
+std::string AreaDoubt(const Inputs& in) { return OutlineDoubt(in.Points("points")); }
+
 constexpr std::array kServices = {
     Service{"inverse", "KavoCogoCoordToAngDist", "direction and distances between two points",
             kInverseIn, kInverseOut, kInverseStatus, Inverse},
@@ -221,7 +224,7 @@ constexpr std::array kServices = {
     Service{"transform-line", "KavoCogoCalcTransLine", "line turned and shifted", kTransformLineIn,
             kTransformLineOut, kLineStatus, TransformLine},
     Service{"area", "KavoCogoCalcArea", "plane area of a polygon", kAreaIn, kAreaOut, kAreaStatus,
-            Area, kLosesDigits},
+            Area, kLosesDigits, kNoRules, AreaDoubt},
 };
 
 }  // namespace

@@ -123,6 +123,9 @@ struct Service {
   /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
   bool losesDigits = false;
   std::span<const Rule> rules{};
+  /// Why what the inputs describe may not be what is meant; empty when nothing says so. May be
+  /// null.
+  std::string (*doubt)(const Inputs& in) = nullptr;
 };
 
 /// All services, in the order in which they are listed.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 
 #include "service/service.hpp"
 
@@ -25,6 +26,8 @@ inline constexpr Limit kNotNegative{[](double number) { return number >= 0.0; },
 // services give by more than a tenth of a millimetre, for some scenes by metres.
 inline constexpr bool kLosesDigits = true;
 inline constexpr bool kKeepsDigits = false;
+
+inline constexpr std::span<const Rule> kNoRules;
 
 inline constexpr std::array kPointOut = {
     Field{"point", Kind::kPoint, "the computed point"},

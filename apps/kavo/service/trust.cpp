@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "base/number_text.hpp"
+#include "base/plain_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -123,6 +125,11 @@ bool Differ(double one, double other) {
   return (std::isfinite(one) || std::isfinite(other)) && !(std::fabs(one - other) <= kLastDigit);
 }
 
+// As reports print it. What is too large to be computed with is no number.
+std::string TextOf(double number) {
+  return std::isfinite(number) ? NumberText(number) : "no number";
+}
+
 // What the scene gives when it is moved, where that is something else; empty when it is not.
 std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
   std::string told;
@@ -135,9 +142,9 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
   for (const auto& [name, value] : NumbersOf(service, moved)) {
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
-      tell(fmt::format("{} {:.4f}", name, value));
+      tell(fmt::format("{} {}", name, TextOf(value)));
     } else if (Differ(same->value, value)) {
-      tell(fmt::format("{} {:.4f} instead of {:.4f}", name, value, same->value));
+      tell(fmt::format("{} {} instead of {}", name, TextOf(value), TextOf(same->value)));
     }
   }
   return told;
@@ -147,6 +154,9 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
+  if (service.doubt != nullptr && Succeeded(service, answer)) {
+    answer.warning = service.doubt(in);
+  }
   if (!service.losesDigits) {
     return answer;
   }
@@ -156,10 +166,11 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
   }
   const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
   if (!told.empty()) {
-    answer.warning = fmt::format(
-        "the instrument's formula loses digits at these coordinates; with all points "
-        "moved by north {:.0f} m, east {:.0f} m the result is: {}",
-        shift.north, shift.east, told);
+    answer.warning = Joined(
+        answer.warning,
+        fmt::format("the instrument's formula loses digits at these coordinates; with all points "
+                    "moved by north {} m, east {} m the result is: {}",
+                    shift.north, shift.east, told));
   }
   return answer;
 }
