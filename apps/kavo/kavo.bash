@@ -5,7 +5,8 @@ _kavo() {
   local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} choices
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    choices="$(kavo --help 2>/dev/null | awk '/^Subcommands:/ {on = 1; next} on {print $1}') --help"
+    choices="$(kavo --help 2>/dev/null |
+      awk '/^Subcommands:/ {on = 1; next} /^$/ {on = 0} on {print $1}') --help"
   elif [[ $word == -* ]]; then
     choices=$(kavo "$command" --help 2>/dev/null | grep -oE -- '--[a-z][a-z-]*')
   elif [ "$command" = help ]; then

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <string>
 
 #include "base/output_file.hpp"
@@ -51,18 +52,33 @@ int Help(const CLI::App& app, const std::string& name, bool man) {
   return kAllGood;
 }
 
+class HelpFormatter : public CLI::Formatter {
+ public:
+  // NOLINTNEXTLINE(readability-identifier-naming): names of CLI11
+  std::string make_option_name(const CLI::Option* option, bool /*positional*/) const override {
+    return OptionUsage(*option);
+  }
+  // NOLINTNEXTLINE(readability-identifier-naming): as above
+  std::string make_option_opts(const CLI::Option* /*option*/) const override { return {}; }
+};
+
 void AddRunOptions(CLI::App& run, RunOptions& options) {
   run.add_option("JOB", options.job, "Job file (TOML)")->required();
-  run.add_flag("--json{-}", options.json, "Print the report as JSON; --json=FILE writes it");
-  run.add_option("--csv", options.csv, "Write the computed points as a list")->type_name("FILE");
+  run.add_flag("--json{-}", options.json, "Print the report as JSON; --json=FILE writes it")
+      ->option_text("FILE");
+  run.add_option("--csv", options.csv, "Write the computed points as a list")->option_text("FILE");
   run.add_option("--geojson", options.geojson, "Write points, lines and areas in grid coordinates")
-      ->type_name("FILE");
-  run.add_option("--svg", options.svg, "Draw plans, facades and sections")->type_name("FILE");
+      ->option_text("FILE");
+  run.add_option("--svg", options.svg, "Draw plans, facades and sections")->option_text("FILE");
   run.footer("A FILE of - stands for standard output, in place of the report.");
 }
 
 int Dispatch(int argc, char** argv) {
-  CLI::App app{"Computes survey jobs with the kavostdlib library."};
+  CLI::App app{"Computes survey jobs with the kavostdlib library.", "kavo"};
+  app.footer(
+      "A job is made of services: kavo list names them,\n"
+      "kavo help SERVICE explains one, with an example.");
+  app.formatter(std::make_shared<HelpFormatter>());
   app.set_version_flag("--version", "kavo " KAVO_VERSION, "Print the version and exit");
   app.require_subcommand(1);
   RunOptions options;
@@ -72,8 +88,9 @@ int Dispatch(int argc, char** argv) {
   std::size_t firstLine = 1;
   auto* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
   pipe->footer("kavo help SERVICE shows a request of each service.");
-  pipe->add_option("--first-line", firstLine, "Number of the first line, in messages")
-      ->capture_default_str();
+  pipe->add_option("--first-line", firstLine,
+                   "Number of the first line, in messages; 1 when absent")
+      ->option_text("NUMBER");
   auto* list = app.add_subcommand("list", "List the services");
   auto* help =
       app.add_subcommand("help", "Show a service's fields, units and statuses, with an example");

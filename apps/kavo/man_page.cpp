@@ -48,30 +48,41 @@ std::string Commands(const CLI::App& app) {
                         Plain(command->get_description()));
     TermList options;
     for (const auto* option : command->get_options()) {
-      const bool positional = option->get_positional();
-      options.Add(option->get_name(positional, !positional), option->get_description());
+      options.Add(OptionUsage(*option), option->get_description());
     }
     text += options.Text();
   }
   return text;
 }
 
-std::string Fields(std::string_view heading, std::span<const Field> fields) {
+// What a field means, in which unit.
+std::string Meaning(const Field& field) {
+  const auto unit = InfoOf(field.kind).unit;
+  return unit.empty() || unit == "angle" ? std::string(field.meaning)
+                                         : fmt::format("{}, in {}", field.meaning, unit);
+}
+
+std::string InputTerms(const Service& service) {
   TermList terms;
-  for (const auto& field : fields) {
-    const auto& info = InfoOf(field.kind);
-    terms.Add(field.name, info.unit.empty() || info.unit == "angle"
-                              ? std::string(field.meaning)
-                              : fmt::format("{}, in {}", field.meaning, info.unit));
+  for (const auto& field : service.inputs) {
+    terms.Add(field.name, Meaning(field) + ConditionsOf(service, field));
   }
-  return fmt::format(".Pp\n{}:\n{}", heading, terms.Text());
+  return ".Pp\nInputs:\n" + terms.Text();
+}
+
+std::string OutputTerms(const Service& service) {
+  TermList terms;
+  for (const auto& field : service.outputs) {
+    terms.Add(field.name, Meaning(field));
+  }
+  return ".Pp\nOutputs:\n" + terms.Text();
 }
 
 std::string ServiceSections() {
   std::string text;
   for (const auto& service : Services()) {
     text += fmt::format(".Ss {}\n{}.\n", Plain(service.name), Plain(service.summary));
-    text += Fields("Inputs", service.inputs) + Fields("Outputs", service.outputs);
+    text += InputTerms(service) + OutputTerms(service);
     TermList statuses;
     for (const auto& status : service.statuses) {
       const auto name = status.name.empty() ? "" : fmt::format(" {}", status.name);
@@ -84,6 +95,18 @@ std::string ServiceSections() {
 }
 
 }  // namespace
+
+// A value that need not be given stands in the name, as CLI11 writes it.
+std::string OptionUsage(const CLI::Option& option) {
+  if (option.get_positional()) {
+    return option.get_name(true);
+  }
+  const auto name = option.get_name(false, true);
+  const auto brace = name.find('{');
+  const auto& value = option.get_option_text();
+  return brace == name.npos ? name + (value.empty() ? "" : ' ' + value)
+                            : fmt::format("{}[={}]", name.substr(0, brace), value);
+}
 
 std::string ManPage(const CLI::App& app) {
   const Service& first = Services().front();

@@ -36,6 +36,7 @@ constexpr std::array kRows = {
     ExampleRow{kAll, "ha", R"("45-00-00")"},
     ExampleRow{kAll, "va", R"("88-00-00")"},
     ExampleRow{kAll, "slopeDist", "50.04"},
+    ExampleRow{"radiate", "orient", R"("10-00-00")"},
     ExampleRow{"radiate", "va", R"("88-00-00")"},
     ExampleRow{"radiate", "slopeDist", "50.04"},
     ExampleRow{"radiate", "ih", "1.6"},
