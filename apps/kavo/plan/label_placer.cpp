@@ -3,6 +3,8 @@
 #include <array>
 #include <cmath>
 
+#include "plan/area_label.hpp"
+
 namespace kavo_app {
 namespace {
 
@@ -10,28 +12,59 @@ constexpr double kCell = 6.0;      // side of a cell of the grid, millimetres
 constexpr double kSample = 1.0;    // how finely lines are followed, millimetres
 constexpr double kGap = 0.5;       // between symbol and label, millimetres
 constexpr double kLeaderAt = 2.0;  // farther from its symbol a label needs a leader, millimetres
-constexpr std::array kRings = {0.0, 1.5, 3.5, 6.0, 9.0, 13.0, 18.0, 24.0};
+constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
+constexpr std::array kRings = {0.0, 1.5, 3.5, 6.0, 9.0, 13.0, 18.0, 24.0, 32.0, 42.0, 55.0};
+constexpr std::size_t kBeside = 2;  // of these are so near that a code is not in the way
 
-// Where a label can lie from its point, the best first: sides of -1, 0 and 1.
+// Where a label can lie from its point, the best first: from -1 to 1. The second half is tried
+// where a leader tells what the label belongs to.
 struct Side {
-  int right;
-  int down;
+  double right;
+  double down;
 };
-constexpr Side kOnIt{0, 0};
-constexpr std::array kSides = {Side{1, -1}, Side{1, 0},  Side{1, 1},  Side{-1, -1},
-                               Side{-1, 0}, Side{-1, 1}, Side{0, -1}, Side{0, 1}};
+constexpr std::array kSides = {
+    Side{1, -1},   Side{1, 0},   Side{1, 1},   Side{-1, -1},  Side{-1, 0},  Side{-1, 1},
+    Side{0, -1},   Side{0, 1},   Side{1, -.5}, Side{1, .5},   Side{.5, -1}, Side{.5, 1},
+    Side{-1, -.5}, Side{-1, .5}, Side{-.5, 1}, Side{-.5, -1},
+};
+constexpr std::size_t kNearSides = kSides.size() / 2;
 
-PaperBox BoxOf(const Label& label, double away, Side side) {
+PaperBox BoxAt(PaperSpot centre, double width, double height) {
+  return {centre.fromLeft - width / 2.0, centre.fromTop - height / 2.0,
+          centre.fromLeft + width / 2.0, centre.fromTop + height / 2.0};
+}
+
+double WidthOf(const Label& label) {
   double width = 0.0;
   for (const auto& line : label.lines) {
     width = std::max(width, TextWidth(line, kLabelSize));
   }
-  const double height = kLabelLeading * static_cast<double>(label.lines.size());
-  const double slant = side.right != 0 && side.down != 0 ? 0.8 : 1.0;
+  const double behind = label.code.empty() ? 0.0 : kCodeGap + TextWidth(label.code, kCodeSize);
+  return std::max(width, TextWidth(label.lines.front(), kLabelSize) + behind);
+}
+
+double HeightOf(const Label& label) {
+  return kLabelLeading * static_cast<double>(label.lines.size());
+}
+
+PaperBox BoxOf(const Label& label, double away, Side side) {
+  const double width = WidthOf(label);
+  const double height = HeightOf(label);
+  const double slant = side.right != 0.0 && side.down != 0.0 ? 0.8 : 1.0;
   const double off = (label.clearance + kGap + away) * slant;
-  const double left = label.anchor.fromLeft + side.right * off + (side.right - 1) * width / 2.0;
-  const double top = label.anchor.fromTop + side.down * off + (side.down - 1) * height / 2.0;
-  return {left, top, left + width, top + height};
+  return BoxAt({label.anchor.fromLeft + side.right * (off + width / 2.0),
+                label.anchor.fromTop + side.down * (off + height / 2.0)},
+               width, height);
+}
+
+// True when two lines cross.
+bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2) {
+  const auto side = [](PaperSpot from, PaperSpot to, PaperSpot spot) {
+    return (to.fromLeft - from.fromLeft) * (spot.fromTop - from.fromTop) >
+           (to.fromTop - from.fromTop) * (spot.fromLeft - from.fromLeft);
+  };
+  return side(from1, to1, from2) != side(from1, to1, to2) &&
+         side(from2, to2, from1) != side(from2, to2, to1);
 }
 
 // Spots along a line, both ends among them.
@@ -82,7 +115,11 @@ void LabelPlacer::Add(const Obstacle& obstacle) {
 void LabelPlacer::Block(const PaperBox& box) { Add({box, true}); }
 
 void LabelPlacer::Avoid(PaperSpot from, PaperSpot to) {
-  Follow(from, to, [this](PaperSpot spot) { Add({Around(spot, kSample / 2.0), false}); });
+  if (const auto part = PartIn(frame_, from, to)) {
+    Follow(part->first, part->second, [this](PaperSpot spot) {
+      Add({Around(spot, kSample / 2.0), false});
+    });
+  }
 }
 
 std::optional<double> LabelPlacer::CostOf(const PaperBox& box) const {
@@ -96,10 +133,14 @@ std::optional<double> LabelPlacer::CostOf(const PaperBox& box) const {
   return taken ? std::nullopt : std::optional(cost);
 }
 
-// A leader may leave its own symbol, and others that lie on the same spot, but cross none.
+// A leader may leave its own symbol, and others that lie on the same spot, but cross none, and no
+// other leader.
 bool LabelPlacer::LeaderIsFree(const Label& label, const PaperBox& box) const {
-  bool isFree = true;
-  Follow(label.anchor, box.Nearest(label.anchor), [&](PaperSpot spot) {
+  const auto end = box.Nearest(label.anchor);
+  bool isFree = std::ranges::none_of(leaders_, [&](const Leader& other) {
+    return Cross(label.anchor, end, other.from, other.to);
+  });
+  Follow(label.anchor, end, [&](PaperSpot spot) {
     isFree =
         isFree && !AnyNear(Around(spot, 0.0), [&](std::size_t cell) {
           return std::ranges::any_of(cells_[cell], [&](const Obstacle& obstacle) {
@@ -110,34 +151,70 @@ bool LabelPlacer::LeaderIsFree(const Label& label, const PaperBox& box) const {
   return isFree;
 }
 
-std::optional<PlacedLabel> LabelPlacer::Place(const Label& label) {
-  constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
+// The label of an area that lies on its boundary would be anyone's.
+std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t rings) const {
   std::optional<PlacedLabel> best;
   double bestCost = HUGE_VAL;
-  const auto consider = [&](double away, Side side) {
-    const auto box = BoxOf(label, away, side);
-    const auto crossed = CostOf(box);
-    const bool led = away > kLeaderAt;
-    if (crossed && *crossed + kAwayCost * away < bestCost && (!led || LeaderIsFree(label, box))) {
-      bestCost = *crossed + kAwayCost * away;
-      best = PlacedLabel{box, label.lines, led ? std::optional(label.anchor) : std::nullopt};
-    }
-  };
-  if (label.mayCover) {
-    consider(0.0, kOnIt);
-  }
-  for (const double away : kRings) {
-    for (const auto& side : kSides) {
-      consider(away, side);
-    }
-  }
-  if (best) {
-    Block(best->box);
-    if (best->leaderFrom) {
-      Avoid(*best->leaderFrom, best->box.Nearest(*best->leaderFrom));
+  for (std::size_t ring = 0; ring < rings && kAwayCost * kRings[ring] < bestCost; ++ring) {
+    const bool led = kRings[ring] > kLeaderAt || !label.area.empty();
+    for (std::size_t side = 0; side < (led ? kSides.size() : kNearSides); ++side) {
+      const auto box = BoxOf(label, kRings[ring], kSides[side]);
+      const auto crossed = CostOf(box);
+      if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
+          !(led && !LeaderIsFree(label, box)) && !Crosses(label.area, box)) {
+        bestCost = *crossed + kAwayCost * kRings[ring];
+        best = {box, label.lines, label.code, led ? std::optional(label.anchor) : std::nullopt};
+      }
     }
   }
   return best;
+}
+
+// Nearer the middle is better, but for what it would cover there.
+std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
+  constexpr double kNodeCost = 0.05;  // of each place nearer the middle, millimetres of line
+  std::optional<PlacedLabel> best;
+  double bestCost = HUGE_VAL;
+  double cost = 0.0;
+  for (const auto& spot : InnerSpots(label.area)) {
+    if (cost >= bestCost) {
+      break;
+    }
+    const auto box = BoxAt(spot, WidthOf(label), HeightOf(label));
+    const auto crossed = CostOf(box);
+    if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
+      bestCost = *crossed + cost;
+      best = {box, label.lines, {}, std::nullopt};
+    }
+    cost += kNodeCost;
+  }
+  return best;
+}
+
+void LabelPlacer::Take(const PlacedLabel& label) {
+  Block(label.box);
+  if (label.leaderFrom) {
+    const auto end = label.box.Nearest(*label.leaderFrom);
+    Avoid(*label.leaderFrom, end);
+    leaders_.push_back({*label.leaderFrom, end});
+  }
+}
+
+std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
+  std::optional<PlacedLabel> placed;
+  if (!label.area.empty()) {
+    placed = Inside(label);
+  } else if (!label.code.empty()) {
+    placed = Beside(label, kBeside);
+    label.code.clear();
+  }
+  if (!placed) {
+    placed = Beside(label, kRings.size());
+  }
+  if (placed) {
+    Take(*placed);
+  }
+  return placed;
 }
 
 }  // namespace kavo_app

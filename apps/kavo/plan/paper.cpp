@@ -34,7 +34,45 @@ std::size_t FittingBytes(std::string_view text, double size, double width) {
   return end;
 }
 
+// Of a line that starts so far inside an edge and comes so much farther in, cuts off what lies
+// outside; begin and end are parts of its length.
+void CutOff(double inside, double gain, double& begin, double& end) {
+  if (gain > 0.0) {
+    begin = std::max(begin, -inside / gain);
+  } else if (gain < 0.0) {
+    end = std::min(end, -inside / gain);
+  } else if (inside < 0.0) {
+    end = -1.0;
+  }
+}
+
 }  // namespace
+
+std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
+                                                      PaperSpot to) {
+  const double right = to.fromLeft - from.fromLeft;
+  const double down = to.fromTop - from.fromTop;
+  double begin = 0.0;
+  double end = 1.0;
+  CutOff(from.fromLeft - box.left, right, begin, end);
+  CutOff(box.right - from.fromLeft, -right, begin, end);
+  CutOff(from.fromTop - box.top, down, begin, end);
+  CutOff(box.bottom - from.fromTop, -down, begin, end);
+  if (begin > end) {
+    return std::nullopt;
+  }
+  return std::pair{PaperSpot{from.fromLeft + begin * right, from.fromTop + begin * down},
+                   PaperSpot{from.fromLeft + end * right, from.fromTop + end * down}};
+}
+
+bool Crosses(const std::vector<PaperSpot>& line, const PaperBox& box) {
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    if (PartIn(box, line[i - 1], line[i])) {
+      return true;
+    }
+  }
+  return false;
+}
 
 double TextWidth(std::string_view text, double size) {
   double width = 0.0;

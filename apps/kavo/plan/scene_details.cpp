@@ -3,9 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
-#include <numeric>
 
+#include "plan/crowds.hpp"
 #include "plan/projection.hpp"
 
 namespace kavo_app {
@@ -17,76 +16,50 @@ constexpr double kLeastGain = 2.0;       // by which a detail must be larger
 constexpr double kBorder = 2.5;          // around a crowd, millimetres on the sheet
 constexpr int kDeepest = 2;              // details of details
 
-// Groups of points with a chain of short distances between them, as a number for each point.
-std::vector<std::size_t> GroupsOf(const std::vector<PaperSpot>& spots) {
-  std::vector<std::size_t> group(spots.size());
-  std::iota(group.begin(), group.end(), std::size_t{0});
-  const auto root = [&group](std::size_t i) {
-    while (group[i] != i) {
-      i = group[i] = group[group[i]];
-    }
-    return i;
-  };
-  for (std::size_t i = 0; i < spots.size(); ++i) {
-    for (std::size_t j = 0; j < i; ++j) {
-      const double dLeft = spots[i].fromLeft - spots[j].fromLeft;
-      const double dTop = spots[i].fromTop - spots[j].fromTop;
-      if (dLeft * dLeft + dTop * dTop < kCrowded * kCrowded) {
-        group[root(i)] = root(j);
-      }
-    }
-  }
-  for (std::size_t i = 0; i < spots.size(); ++i) {
-    group[i] = root(i);
-  }
-  return group;
+double DenominatorOf(const Extent& window) {
+  Scene scene;
+  scene.window = window;
+  return Projection(scene).Denominator();
 }
 
 // The rectangles around the crowds that gain by being drawn alone.
-std::vector<Extent> Crowds(const Scene& scene, const Projection& projection) {
+std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) {
   std::vector<Spot> shown;
-  std::vector<PaperSpot> spots;
   for (const auto& point : scene.points) {
-    if (projection.Shown().Holds(point.at)) {
+    if (projection.Shows(point.at)) {
       shown.push_back(point.at);
-      spots.push_back(projection.On(point.at));
     }
   }
-  const auto groups = GroupsOf(spots);
   const double border = projection.Metres(kBorder);
-  std::vector<Extent> crowds;
-  for (std::size_t root = 0; root < groups.size(); ++root) {
-    Extent crowd;
-    for (std::size_t i = 0; i < groups.size() && groups[root] == root; ++i) {
-      if (groups[i] == root) {
-        crowd.Include(shown[i]);
-      }
-    }
-    if (crowd.Empty() ||
-        static_cast<std::size_t>(std::ranges::count(groups, root)) < kLeastPoints) {
-      continue;
-    }
-    crowd = {crowd.left - border, crowd.right + border, crowd.bottom - border, crowd.top + border};
-    Scene detail;
-    detail.window = crowd;
-    if (Projection(detail).Denominator() * kLeastGain <= projection.Denominator()) {
-      crowds.push_back(crowd);
+  std::vector<Extent> details;
+  for (const auto& [extent, points] : CrowdsOf(shown, projection.Metres(kCrowded))) {
+    const Extent window{extent.left - border, extent.right + border, extent.bottom - border,
+                        extent.top + border};
+    if (points >= kLeastPoints && DenominatorOf(window) * kLeastGain <= projection.Denominator()) {
+      details.push_back(window);
     }
   }
-  return crowds;
+  return details;
+}
+
+// A scene with a part of it on a sheet of its own.
+Scene PartOf(const Scene& scene, const Extent& window, const std::string& name) {
+  Scene part = scene;
+  part.window = window;
+  part.insets.clear();
+  part.title += ", " + name;
+  return part;
 }
 
 void AddWithDetails(Scene scene, int depth, std::vector<Scene>& scenes) {
-  const auto crowds = depth < kDeepest ? Crowds(scene, Projection(scene)) : std::vector<Extent>{};
+  const auto windows =
+      depth < kDeepest ? DetailsOf(scene, Projection(scene)) : std::vector<Extent>{};
   std::vector<Scene> details;
-  for (const auto& crowd : crowds) {
+  for (const auto& window : windows) {
     const auto name =
-        crowds.size() == 1 ? std::string("detail") : fmt::format("detail {}", details.size() + 1);
-    Scene detail = scene;
-    detail.window = crowd;
-    detail.title += ", " + name;
-    details.push_back(std::move(detail));
-    scene.insets.push_back({crowd, name});
+        windows.size() == 1 ? std::string("detail") : fmt::format("detail {}", details.size() + 1);
+    details.push_back(PartOf(scene, window, name));
+    scene.insets.push_back({window, name});
   }
   scenes.push_back(std::move(scene));
   for (auto& detail : details) {
