@@ -29,6 +29,10 @@ constexpr std::array kSides = {
 };
 constexpr std::size_t kNearSides = kSides.size() / 2;
 
+Align AlignOf(Side side) {
+  return side.right > 0.0 ? Align::kStart : side.right < 0.0 ? Align::kEnd : Align::kMiddle;
+}
+
 PaperBox BoxAt(PaperSpot centre, double width, double height) {
   return {centre.fromLeft - width / 2.0, centre.fromTop - height / 2.0,
           centre.fromLeft + width / 2.0, centre.fromTop + height / 2.0};
@@ -163,7 +167,8 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
       if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
           !(led && !LeaderIsFree(label, box)) && !Crosses(label.area, box)) {
         bestCost = *crossed + kAwayCost * kRings[ring];
-        best = {box, label.lines, label.code, led ? std::optional(label.anchor) : std::nullopt};
+        best = {box, label.lines, label.code, AlignOf(kSides[side]),
+                led ? std::optional(label.anchor) : std::nullopt};
       }
     }
   }
@@ -184,7 +189,7 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
     const auto crossed = CostOf(box);
     if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
       bestCost = *crossed + cost;
-      best = {box, label.lines, {}, std::nullopt};
+      best = {box, label.lines, {}, Align::kMiddle, std::nullopt};
     }
     cost += kNodeCost;
   }
@@ -215,6 +220,23 @@ std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
     Take(*placed);
   }
   return placed;
+}
+
+// Not over lines, and not where a leader leads to the name.
+void LabelPlacer::AddCode(PlacedLabel& label, const std::string& code) {
+  if (code.empty() || label.leaderFrom || label.align == Align::kMiddle) {
+    return;
+  }
+  const auto& box = label.box;
+  const double width = kCodeGap + TextWidth(code, kCodeSize);
+  const double bottom = box.top + kLabelLeading;
+  const bool atEnd = label.align == Align::kStart;
+  const PaperBox more{atEnd ? box.right : box.left - width, box.top,
+                      atEnd ? box.right + width : box.left, bottom};
+  if (CostOf(more) == 0.0) {
+    Block(more);
+    label.code = code;
+  }
 }
 
 }  // namespace kavo_app

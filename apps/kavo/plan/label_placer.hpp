@@ -17,10 +17,14 @@ struct Label {
   std::vector<PaperSpot> area{};   ///< What it labels, when that is an area: its closed boundary.
 };
 
+/// Which end of its lines is next to what a label belongs to.
+enum class Align { kStart, kMiddle, kEnd };
+
 struct PlacedLabel {
   PaperBox box;
   std::vector<std::string> lines;
   std::string code;  ///< Empty also when there was no room for it.
+  Align align;
   std::optional<PaperSpot>
       leaderFrom;  ///< Set when it lies so far off that a line must lead there.
 };
@@ -42,6 +46,8 @@ class LabelPlacer {
   void Avoid(PaperSpot from, PaperSpot to);
   /// The place of a label, which blocks it for the next ones; none when there is no room.
   std::optional<PlacedLabel> Place(Label label);
+  /// Adds a code to a label that was placed without one, if there is room.
+  void AddCode(PlacedLabel& label, const std::string& code);
 
  private:
   struct Obstacle {

@@ -11,7 +11,7 @@ namespace kavo_app {
 namespace {
 
 constexpr double kColumn = 52.0;  // millimetres, as all here
-constexpr double kRow = 4.6;
+constexpr double kRow = 4.4;
 constexpr double kMiddle = 0.9;  // of a line of text, above its base
 
 struct Entry {

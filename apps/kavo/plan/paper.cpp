@@ -1,11 +1,14 @@
 #include "plan/paper.hpp"
 
+#include <array>
 #include <cmath>
 
 namespace kavo_app {
 namespace {
 
 constexpr std::string_view kDots = "…";
+constexpr std::array kRoundSteps = {1.0, 2.0, 2.5, 5.0};
+constexpr double kRounding = 1e-9;
 
 bool StartsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
@@ -106,12 +109,21 @@ std::vector<std::string> WrappedText(std::string_view text, double size, double 
 
 double RoundUp(double number) {
   const double power = std::pow(10.0, std::floor(std::log10(number)));
-  for (const double step : {1.0, 2.0, 2.5, 5.0}) {
-    if (step * power >= number * (1.0 - 1e-9)) {
+  for (const double step : kRoundSteps) {
+    if (step * power >= number * (1.0 - kRounding)) {
       return step * power;
     }
   }
   return 10.0 * power;
+}
+
+double RoundDown(double number) {
+  const double power = std::pow(10.0, std::floor(std::log10(number)));
+  double round = power;
+  for (const double step : kRoundSteps) {
+    round = step * power <= number * (1.0 + kRounding) ? step * power : round;
+  }
+  return round;
 }
 
 }  // namespace kavo_app

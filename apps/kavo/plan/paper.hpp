@@ -55,7 +55,7 @@ struct Sheet {
 };
 
 inline constexpr Sheet kLandscape{
-    297.0, 210.0, {17.0, 10.0, 287.0, 170.0}, 180.0, 108.0, 207.0, {130.0, 183.0}, 6};
+    297.0, 210.0, {17.0, 10.0, 287.0, 170.0}, 180.0, 108.0, 207.0, {130.0, 182.5}, 6};
 inline constexpr Sheet kPortrait{
     210.0, 297.0, {17.0, 10.0, 200.0, 241.0}, 251.0, 125.0, 272.0, {17.0, 277.0}, 4};
 
@@ -77,7 +77,9 @@ double TextWidth(std::string_view text, double size);
 std::vector<std::string> WrappedText(std::string_view text, double size, double width,
                                      std::size_t mostLines);
 
-/// The smallest of 1, 2, 2.5 and 5 times a power of ten that is not below a number above 0.
+/// Of the round numbers, 1, 2, 2.5 and 5 times a power of ten, the smallest that is not below a
+/// number above 0, and the largest that is not above it.
 double RoundUp(double number);
+double RoundDown(double number);
 
 }  // namespace kavo_app

@@ -1,5 +1,6 @@
 #include "plan/projection.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kavo_app {
@@ -12,12 +13,18 @@ constexpr double kLeastVector = 1e-4;    // metres; less is only the rounding of
 constexpr double kShortestSample = 4.0;  // on the sheet, millimetres
 constexpr double kPerMetre = 1000.0;     // millimetres
 
+// What a scene may take of a sheet, millimetres.
+Spot RoomOn(const Sheet& sheet) {
+  return {sheet.frame.right - sheet.frame.left - 2 * kMargin,
+          sheet.frame.bottom - sheet.frame.top - 2 * kMargin};
+}
+
 // The n of the largest round scale 1 : n at which something so large fits a frame.
 double DenominatorOn(const Sheet& sheet, const Extent& extent) {
-  const auto& frame = sheet.frame;
-  const double width = (extent.right - extent.left) / (frame.right - frame.left - 2 * kMargin);
-  const double height = (extent.top - extent.bottom) / (frame.bottom - frame.top - 2 * kMargin);
-  const double needed = std::max(width, height) * kPerMetre;
+  const auto room = RoomOn(sheet);
+  const double needed =
+      std::max((extent.right - extent.left) / room.right, (extent.top - extent.bottom) / room.up) *
+      kPerMetre;
   return std::max(needed > 0.0 ? RoundUp(needed) : 0.0, kLeastDenominator);
 }
 
@@ -44,6 +51,17 @@ Extent Projection::Shown() const {
   const double right = Metres(sheet_->frame.right - middle_.fromLeft);
   const double up = Metres(sheet_->frame.bottom - middle_.fromTop);
   return {centre_.right - right, centre_.right + right, centre_.up - up, centre_.up + up};
+}
+
+bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot) {
+  return projection.Shows(spot) && std::ranges::none_of(scene.insets, [spot](const Inset& inset) {
+           return inset.extent.Holds(spot);
+         });
+}
+
+Spot LargestAt(double denominator) {
+  const auto room = RoomOn(kLandscape);
+  return {room.right * denominator / kPerMetre, room.up * denominator / kPerMetre};
 }
 
 Enlargement::Enlargement(const Scene& scene) {

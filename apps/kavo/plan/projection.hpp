@@ -35,6 +35,12 @@ class Projection {
   PaperSpot middle_;
 };
 
+/// True when a place is shown, and nothing there is left to an inset's own sheet.
+bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot);
+
+/// The size of the largest scene that fits a landscape sheet at a scale 1 : n, metres.
+Spot LargestAt(double denominator);
+
 /// How residuals and standard deviations are enlarged.
 class Enlargement {
  public:

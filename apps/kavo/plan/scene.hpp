@@ -82,6 +82,7 @@ struct Axis {
 struct Inset {
   Extent extent;
   std::string name;
+  bool isTile = false;  ///< One of the sheets that all of the scene is cut into.
 };
 
 struct Scene {

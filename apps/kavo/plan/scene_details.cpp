@@ -2,10 +2,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 
 #include "plan/crowds.hpp"
 #include "plan/projection.hpp"
+#include "plan/tiles.hpp"
 
 namespace kavo_app {
 namespace {
@@ -13,13 +14,21 @@ namespace {
 constexpr double kCrowded = 6.0;         // points nearer than this are, millimetres on the sheet
 constexpr std::size_t kLeastPoints = 4;  // that make a crowd
 constexpr double kLeastGain = 2.0;       // by which a detail must be larger
-constexpr double kBorder = 2.5;          // around a crowd, millimetres on the sheet
 constexpr int kDeepest = 2;              // details of details
 
 double DenominatorOf(const Extent& window) {
   Scene scene;
   scene.window = window;
   return Projection(scene).Denominator();
+}
+
+// With a margin, and large enough for a place where points coincide.
+Extent Widened(const Extent& crowd) {
+  constexpr double kMargin = 0.05;       // of its size
+  constexpr double kLeastMargin = 0.25;  // metres
+  const double size = std::max(crowd.right - crowd.left, crowd.top - crowd.bottom);
+  const double margin = std::max(kMargin * size, kLeastMargin);
+  return {crowd.left - margin, crowd.right + margin, crowd.bottom - margin, crowd.top + margin};
 }
 
 // The rectangles around the crowds that gain by being drawn alone.
@@ -30,11 +39,9 @@ std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) 
       shown.push_back(point.at);
     }
   }
-  const double border = projection.Metres(kBorder);
   std::vector<Extent> details;
   for (const auto& [extent, points] : CrowdsOf(shown, projection.Metres(kCrowded))) {
-    const Extent window{extent.left - border, extent.right + border, extent.bottom - border,
-                        extent.top + border};
+    const auto window = Widened(extent);
     if (points >= kLeastPoints && DenominatorOf(window) * kLeastGain <= projection.Denominator()) {
       details.push_back(window);
     }
@@ -42,29 +49,40 @@ std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) 
   return details;
 }
 
-// A scene with a part of it on a sheet of its own.
-Scene PartOf(const Scene& scene, const Extent& window, const std::string& name) {
-  Scene part = scene;
-  part.window = window;
-  part.insets.clear();
-  part.title += ", " + name;
-  return part;
-}
-
-void AddWithDetails(Scene scene, int depth, std::vector<Scene>& scenes) {
-  const auto windows =
-      depth < kDeepest ? DetailsOf(scene, Projection(scene)) : std::vector<Extent>{};
-  std::vector<Scene> details;
+// Parts of a scene on sheets of their own, which the scene shows as insets from now on.
+std::vector<Scene> Cut(Scene& scene, const std::vector<Extent>& windows, const char* word,
+                       bool isTile) {
+  const auto insets = scene.insets;
+  std::vector<Scene> parts;
   for (const auto& window : windows) {
     const auto name =
-        windows.size() == 1 ? std::string("detail") : fmt::format("detail {}", details.size() + 1);
-    details.push_back(PartOf(scene, window, name));
-    scene.insets.push_back({window, name});
+        windows.size() == 1 ? std::string(word) : fmt::format("{} {}", word, parts.size() + 1);
+    Scene part = scene;
+    part.window = window;
+    part.insets = insets;
+    part.title += ", " + name;
+    parts.push_back(std::move(part));
+    scene.insets.push_back({window, name, isTile});
+  }
+  return parts;
+}
+
+// Where what is left is too full for one sheet, it is cut into sheets, and these no further.
+void AddWithDetails(Scene scene, int depth, std::vector<Scene>& scenes) {
+  const Projection projection(scene);
+  std::vector<Scene> details;
+  std::vector<Scene> tiles;
+  if (depth < kDeepest) {
+    details = Cut(scene, DetailsOf(scene, projection), "detail", false);
+  }
+  if (depth <= kDeepest) {
+    tiles = Cut(scene, TilesOf(scene, projection), "sheet", true);
   }
   scenes.push_back(std::move(scene));
   for (auto& detail : details) {
     AddWithDetails(std::move(detail), depth + 1, scenes);
   }
+  std::ranges::move(tiles, std::back_inserter(scenes));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ constexpr double kTickSpacing = 20.0;  // of a chainage, at least, millimetres
 constexpr double kMostTicks = 1e4;     // of one line
 constexpr double kSymbolGap = 0.2;     // between a symbol and other labels, millimetres
 constexpr double kTick = 1.2;          // half a tick, millimetres
+constexpr double kInsetBorder = 1.5;   // around an inset's points, millimetres
 
 }  // namespace
 
@@ -112,8 +113,11 @@ void SheetDrawer::DrawInsets(SvgWriter& svg) {
   for (const auto& inset : scene_.insets) {
     const auto from = projection_.On({inset.extent.left, inset.extent.top});
     const auto to = projection_.On({inset.extent.right, inset.extent.bottom});
-    svg.Box("inset", {from.fromLeft, from.fromTop, to.fromLeft, to.fromTop});
-    labels_.AddInsetName(from, inset.name);
+    const double border = inset.isTile ? 0.0 : kInsetBorder;
+    const PaperBox box{from.fromLeft - border, from.fromTop - border, to.fromLeft + border,
+                       to.fromTop + border};
+    svg.Box("inset", box);
+    labels_.PlaceInsetName(box, inset.name, inset.isTile);
   }
 }
 
@@ -130,12 +134,17 @@ void SheetDrawer::DrawPoints(SvgWriter& svg) {
   svg.Close();
 }
 
-// Where another sheet shows the points larger, there is only room for dots.
+// Where another sheet shows the points larger, there is only room for dots, and none on the name of
+// that sheet.
 void SheetDrawer::DrawPoint(const ScenePoint& point, SvgWriter& svg) {
   const auto at = projection_.On(point.at);
   const bool dot = point.role < Role::kControl && !labels_.IsLabelledHere(point.at);
+  const auto box = Around(at, (dot ? kDotHalfSize : HalfSize(point.role)) + kSymbolGap);
+  if (dot && labels_.IsUnderName(box)) {
+    return;
+  }
   svg.Symbol(dot ? kDot : SymbolOf(point.role), at, point.name);
-  labels_.Block(Around(at, (dot ? kDotHalfSize : HalfSize(point.role)) + kSymbolGap));
+  labels_.Block(box);
 }
 
 void SheetDrawer::DrawResiduals(SvgWriter& svg) {

@@ -1,23 +1,69 @@
 #include "plan/sheet_labels.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "plan/sheet_style.hpp"
 
 namespace kavo_app {
+namespace {
 
-bool SheetLabels::IsLabelledHere(Spot spot) const {
-  return projection_.Shows(spot) && std::ranges::none_of(scene_.insets, [spot](const Inset& inset) {
-           return inset.extent.Holds(spot);
-         });
+// The base line's end that a text is drawn from, and how SVG calls that.
+struct Start {
+  double fromLeft;
+  std::string_view attributes;
+};
+
+Start StartOf(const PlacedLabel& label) {
+  switch (label.align) {
+    case Align::kStart:
+      return {label.box.left, ""};
+    case Align::kEnd:
+      return {label.box.right, "text-anchor=\"end\""};
+    case Align::kMiddle:
+      break;
+  }
+  return {(label.box.left + label.box.right) / 2.0, "text-anchor=\"middle\""};
 }
+
+void DrawLabel(std::string_view className, const PlacedLabel& label, SvgWriter& svg) {
+  if (label.leaderFrom) {
+    svg.Line("leader", *label.leaderFrom, label.box.Nearest(*label.leaderFrom));
+  }
+  constexpr double kBase = 0.8 * kLabelLeading;
+  const auto start = StartOf(label);
+  double base = label.box.top + kBase;
+  for (const auto& line : label.lines) {
+    const bool first = &line == &label.lines.front();
+    svg.Text(className, {start.fromLeft, base}, line, start.attributes,
+             first ? label.code : std::string_view());
+    base += kLabelLeading;
+  }
+}
+
+}  // namespace
 
 void SheetLabels::AddTick(PaperSpot at, double halfSize, std::string text) {
   ticks_.push_back({at, halfSize, {std::move(text)}});
 }
 
-void SheetLabels::AddInsetName(PaperSpot at, std::string name) {
-  insetNames_.push_back({at, 0.0, {std::move(name)}});
+void SheetLabels::PlaceInsetName(const PaperBox& inset, const std::string& name, bool inside) {
+  Label label{{inset.left, inset.top}, 0.0, {name}};
+  if (inside) {
+    label.area = {{inset.left, inset.top},
+                  {inset.right, inset.top},
+                  {inset.right, inset.bottom},
+                  {inset.left, inset.bottom},
+                  {inset.left, inset.top}};
+  }
+  if (const auto placed = placer_.Place(std::move(label))) {
+    insetNames_.push_back(*placed);
+  }
+}
+
+bool SheetLabels::IsUnderName(const PaperBox& box) const {
+  return std::ranges::any_of(insetNames_,
+                             [&box](const PlacedLabel& name) { return name.box.Overlaps(box); });
 }
 
 Label SheetLabels::LabelOf(const ScenePoint& point) const {
@@ -40,60 +86,76 @@ Label SheetLabels::LabelOf(const Caption& caption) const {
 }
 
 // What weighs more is named first. A foot has no name of its own.
-std::size_t SheetLabels::DrawNames(SvgWriter& svg) {
+std::size_t SheetLabels::TryNames(bool codesFirst) {
   std::size_t missing = 0;
+  std::vector<std::string> codes;
   for (auto role = kRoles.rbegin(); role != kRoles.rend() && *role != Role::kFoot; ++role) {
     for (const auto& point : scene_.points) {
       const bool named = !(point.name.empty() && point.details.empty());
-      if (point.role == *role && named && IsLabelledHere(point.at)) {
-        missing += DrawLabel("label", LabelOf(point), svg) ? 0U : 1U;
+      if (point.role != *role || !named || !IsLabelledHere(point.at)) {
+        continue;
+      }
+      auto label = LabelOf(point);
+      codes.push_back(codesFirst ? "" : std::exchange(label.code, ""));
+      if (auto placed = placer_.Place(std::move(label))) {
+        names_.push_back(std::move(*placed));
+      } else {
+        codes.pop_back();
+        ++missing;
       }
     }
   }
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    placer_.AddCode(names_[i], codes[i]);
+  }
   return missing;
+}
+
+// Each name with its code as long as that takes no room from another name.
+std::size_t SheetLabels::PlaceNames() {
+  const auto before = placer_;
+  const auto missing = TryNames(true);
+  const bool coded = std::ranges::any_of(names_, [](const auto& n) { return !n.code.empty(); });
+  if (missing == 0 || !coded) {
+    return missing;
+  }
+  placer_ = before;
+  names_.clear();
+  return TryNames(false);
 }
 
 std::size_t SheetLabels::DrawCaptions(SvgWriter& svg) {
   std::size_t missing = 0;
   for (const auto& caption : scene_.captions) {
-    if (IsLabelledHere(caption.at)) {
-      missing += DrawLabel("caption", LabelOf(caption), svg) ? 0U : 1U;
+    if (!IsLabelledHere(caption.at)) {
+      continue;
     }
+    const auto placed = placer_.Place(LabelOf(caption));
+    if (placed) {
+      DrawLabel("caption", *placed, svg);
+    }
+    missing += placed ? 0U : 1U;
   }
   return missing;
 }
 
 std::size_t SheetLabels::Draw(SvgWriter& svg) {
   svg.Open("labels");
-  std::size_t missing = 0;
+  std::size_t missing = scene_.insets.size() - insetNames_.size() + PlaceNames();
   for (const auto& name : insetNames_) {
-    missing += DrawLabel("caption", name, svg) ? 0U : 1U;
+    DrawLabel("caption", name, svg);
   }
-  missing += DrawNames(svg);
+  for (const auto& name : names_) {
+    DrawLabel("label", name, svg);
+  }
   missing += DrawCaptions(svg);
   for (const auto& tick : ticks_) {
-    DrawLabel("tick", tick, svg);  // chainages may go without
+    if (const auto placed = placer_.Place(tick)) {  // chainages may go without
+      DrawLabel("tick", *placed, svg);
+    }
   }
   svg.Close();
   return missing;
-}
-
-bool SheetLabels::DrawLabel(std::string_view className, Label label, SvgWriter& svg) {
-  const auto placed = placer_.Place(std::move(label));
-  if (!placed) {
-    return false;
-  }
-  if (placed->leaderFrom) {
-    svg.Line("leader", *placed->leaderFrom, placed->box.Nearest(*placed->leaderFrom));
-  }
-  constexpr double kBase = 0.8 * kLabelLeading;
-  PaperSpot at{placed->box.left, placed->box.top + kBase};
-  for (const auto& line : placed->lines) {
-    const bool first = &line == &placed->lines.front();
-    svg.Text(className, at, line, {}, first ? placed->code : std::string_view());
-    at.fromTop += kLabelLeading;
-  }
-  return true;
 }
 
 }  // namespace kavo_app

@@ -19,11 +19,14 @@ class SheetLabels {
   void Avoid(PaperSpot from, PaperSpot to) { placer_.Avoid(from, to); }
 
   /// True when what lies there is named on this sheet, and not on that of an inset.
-  bool IsLabelledHere(Spot spot) const;
+  bool IsLabelledHere(Spot spot) const { return IsLabelledOn(scene_, projection_, spot); }
 
-  /// The value of a chainage at its tick, and the name of an inset at its corner.
+  /// The value of a chainage at its tick, where there is room when all else is labelled.
   void AddTick(PaperSpot at, double halfSize, std::string text);
-  void AddInsetName(PaperSpot at, std::string name);
+
+  /// The name of an inset, inside it or at its corner; no dot may lie under it.
+  void PlaceInsetName(const PaperBox& inset, const std::string& name, bool inside);
+  bool IsUnderName(const PaperBox& box) const;
 
   /// Draws all labels that there is room for.
   /// @return how many of points, lines and areas are left out.
@@ -32,14 +35,16 @@ class SheetLabels {
  private:
   Label LabelOf(const ScenePoint& point) const;
   Label LabelOf(const Caption& caption) const;
-  std::size_t DrawNames(SvgWriter& svg);
+  /// Each of these returns how many are left out.
+  std::size_t PlaceNames();
+  std::size_t TryNames(bool codesFirst);
   std::size_t DrawCaptions(SvgWriter& svg);
-  bool DrawLabel(std::string_view className, Label label, SvgWriter& svg);
 
   const Scene& scene_;
   const Projection& projection_;
   LabelPlacer placer_;
-  std::vector<Label> insetNames_;
+  std::vector<PlacedLabel> insetNames_;
+  std::vector<PlacedLabel> names_;
   std::vector<Label> ticks_;
 };
 

@@ -1,0 +1,74 @@
+#include "plan/tiles.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kavo_app {
+namespace {
+
+constexpr double kRoom = 60.0;       // that a point with its label needs, square millimetres
+constexpr double kMostTiles = 48.0;  // of one scene
+constexpr std::size_t kLeastPoints = 100;
+
+struct Grid {
+  Spot tile;  // the size of one, metres
+  double columns;
+  double rows;
+};
+
+Grid GridOver(const Extent& extent, double denominator) {
+  const auto tile = LargestAt(denominator);
+  return {tile, std::max(1.0, std::ceil((extent.right - extent.left) / tile.right)),
+          std::max(1.0, std::ceil((extent.top - extent.bottom) / tile.up))};
+}
+
+// The largest round scale that is needed, or at which the tiles are not too many.
+Grid GridFor(const Extent& extent, double denominator, double enlargement) {
+  double next = RoundDown(denominator / enlargement);
+  auto grid = GridOver(extent, next);
+  while (grid.columns * grid.rows > kMostTiles) {
+    constexpr double kSmaller = 1.1;
+    next = RoundUp(next * kSmaller);
+    grid = GridOver(extent, next);
+  }
+  return grid;
+}
+
+// The tiles together lie evenly over the extent.
+Extent TileAt(const Extent& extent, const Grid& grid, double row, double column) {
+  const double left = (extent.left + extent.right - grid.columns * grid.tile.right) / 2.0;
+  const double top = (extent.bottom + extent.top + grid.rows * grid.tile.up) / 2.0;
+  return {left + column * grid.tile.right, left + (column + 1.0) * grid.tile.right,
+          top - (row + 1.0) * grid.tile.up, top - row * grid.tile.up};
+}
+
+}  // namespace
+
+std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection) {
+  Extent extent;
+  double points = 0.0;
+  for (const auto& point : scene.points) {
+    if (IsLabelledOn(scene, projection, point.at)) {
+      extent.Include(point.at);
+      ++points;
+    }
+  }
+  const double area = projection.Millimetres(extent.right - extent.left) *
+                      projection.Millimetres(extent.top - extent.bottom);
+  if (points < kLeastPoints || area > points * kRoom) {
+    return {};
+  }
+  const auto grid = GridFor(extent, projection.Denominator(), std::sqrt(points * kRoom / area));
+  std::vector<Extent> tiles;
+  for (double row = 0.0; row < grid.rows && grid.rows * grid.columns > 1.0; ++row) {
+    for (double column = 0.0; column < grid.columns; ++column) {
+      const auto tile = TileAt(extent, grid, row, column);
+      if (std::ranges::any_of(scene.points, [&](const auto& p) { return tile.Holds(p.at); })) {
+        tiles.push_back(tile);
+      }
+    }
+  }
+  return tiles;
+}
+
+}  // namespace kavo_app
