@@ -33,32 +33,32 @@ Align AlignOf(Side side) {
   return side.right > 0.0 ? Align::kStart : side.right < 0.0 ? Align::kEnd : Align::kMiddle;
 }
 
-PaperBox BoxAt(PaperSpot centre, double width, double height) {
-  return {centre.fromLeft - width / 2.0, centre.fromTop - height / 2.0,
-          centre.fromLeft + width / 2.0, centre.fromTop + height / 2.0};
+struct PaperSize {
+  double width;
+  double height;
+};
+
+PaperBox BoxAt(PaperSpot centre, PaperSize size) {
+  return {centre.fromLeft - size.width / 2.0, centre.fromTop - size.height / 2.0,
+          centre.fromLeft + size.width / 2.0, centre.fromTop + size.height / 2.0};
 }
 
-double WidthOf(const Label& label) {
+PaperSize SizeOf(const Label& label) {
   double width = 0.0;
   for (const auto& line : label.lines) {
     width = std::max(width, TextWidth(line, kLabelSize));
   }
   const double behind = label.code.empty() ? 0.0 : kCodeGap + TextWidth(label.code, kCodeSize);
-  return std::max(width, TextWidth(label.lines.front(), kLabelSize) + behind);
+  return {std::max(width, TextWidth(label.lines.front(), kLabelSize) + behind),
+          kLabelLeading * static_cast<double>(label.lines.size())};
 }
 
-double HeightOf(const Label& label) {
-  return kLabelLeading * static_cast<double>(label.lines.size());
-}
-
-PaperBox BoxOf(const Label& label, double away, Side side) {
-  const double width = WidthOf(label);
-  const double height = HeightOf(label);
+PaperBox BoxBeside(const Label& label, PaperSize size, double away, Side side) {
   const double slant = side.right != 0.0 && side.down != 0.0 ? 0.8 : 1.0;
   const double off = (label.clearance + kGap + away) * slant;
-  return BoxAt({label.anchor.fromLeft + side.right * (off + width / 2.0),
-                label.anchor.fromTop + side.down * (off + height / 2.0)},
-               width, height);
+  return BoxAt({label.anchor.fromLeft + side.right * (off + size.width / 2.0),
+                label.anchor.fromTop + side.down * (off + size.height / 2.0)},
+               size);
 }
 
 // True when two lines cross.
@@ -109,32 +109,41 @@ bool LabelPlacer::AnyNear(const PaperBox& box, Visitor visitor) const {
   return false;
 }
 
-void LabelPlacer::Add(const Obstacle& obstacle) {
-  AnyNear(obstacle.box, [&](std::size_t cell) {
-    cells_[cell].push_back(obstacle);
+void LabelPlacer::Block(const PaperBox& box) {
+  AnyNear(box, [&](std::size_t cell) {
+    cells_[cell].blocked.push_back(box);
     return false;
   });
 }
 
-void LabelPlacer::Block(const PaperBox& box) { Add({box, true}); }
-
 void LabelPlacer::Avoid(PaperSpot from, PaperSpot to) {
-  if (const auto part = PartIn(frame_, from, to)) {
-    Follow(part->first, part->second, [this](PaperSpot spot) {
-      Add({Around(spot, kSample / 2.0), false});
-    });
+  const auto part = PartIn(frame_, from, to);
+  if (!part) {
+    return;
   }
+  Follow(part->first, part->second, [this](PaperSpot spot) {
+    const auto box = Around(spot, kSample / 2.0);
+    AnyNear(box, [&](std::size_t cell) {
+      cells_[cell].avoided.push_back(box);
+      return false;
+    });
+  });
 }
 
 std::optional<double> LabelPlacer::CostOf(const PaperBox& box) const {
-  double cost = 0.0;
+  const auto overlaps = [&box](const PaperBox& other) { return other.Overlaps(box); };
   const bool taken = !frame_.Holds(box) || AnyNear(box, [&](std::size_t cell) {
-    return std::ranges::any_of(cells_[cell], [&](const Obstacle& obstacle) {
-      cost += obstacle.box.Overlaps(box) ? 1.0 : 0.0;
-      return obstacle.hard && obstacle.box.Overlaps(box);
-    });
+    return std::ranges::any_of(cells_[cell].blocked, overlaps);
   });
-  return taken ? std::nullopt : std::optional(cost);
+  if (taken) {
+    return std::nullopt;
+  }
+  std::ptrdiff_t crossed = 0;
+  AnyNear(box, [&](std::size_t cell) {
+    crossed += std::ranges::count_if(cells_[cell].avoided, overlaps);
+    return false;
+  });
+  return kSample * static_cast<double>(crossed);
 }
 
 // A leader may leave its own symbol, and others that lie on the same spot, but cross none, and no
@@ -144,25 +153,26 @@ bool LabelPlacer::LeaderIsFree(const Label& label, const PaperBox& box) const {
   bool isFree = std::ranges::none_of(leaders_, [&](const Leader& other) {
     return Cross(label.anchor, end, other.from, other.to);
   });
-  Follow(label.anchor, end, [&](PaperSpot spot) {
-    isFree =
-        isFree && !AnyNear(Around(spot, 0.0), [&](std::size_t cell) {
-          return std::ranges::any_of(cells_[cell], [&](const Obstacle& obstacle) {
-            return obstacle.hard && obstacle.box.Holds(spot) && !obstacle.box.Holds(label.anchor);
-          });
-        });
-  });
+  const auto stops = [&](PaperSpot spot) {
+    return AnyNear(Around(spot, 0.0), [&](std::size_t cell) {
+      return std::ranges::any_of(cells_[cell].blocked, [&](const PaperBox& blocked) {
+        return blocked.Holds(spot) && !blocked.Holds(label.anchor);
+      });
+    });
+  };
+  Follow(label.anchor, end, [&](PaperSpot spot) { isFree = isFree && !stops(spot); });
   return isFree;
 }
 
 // The label of an area that lies on its boundary would be anyone's.
 std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t rings) const {
+  const auto size = SizeOf(label);
   std::optional<PlacedLabel> best;
   double bestCost = HUGE_VAL;
   for (std::size_t ring = 0; ring < rings && kAwayCost * kRings[ring] < bestCost; ++ring) {
     const bool led = kRings[ring] > kLeaderAt || !label.area.empty();
     for (std::size_t side = 0; side < (led ? kSides.size() : kNearSides); ++side) {
-      const auto box = BoxOf(label, kRings[ring], kSides[side]);
+      const auto box = BoxBeside(label, size, kRings[ring], kSides[side]);
       const auto crossed = CostOf(box);
       if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
           !(led && !LeaderIsFree(label, box)) && !Crosses(label.area, box)) {
@@ -178,6 +188,7 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
 // Nearer the middle is better, but for what it would cover there.
 std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
   constexpr double kNodeCost = 0.05;  // of each place nearer the middle, millimetres of line
+  const auto size = SizeOf(label);
   std::optional<PlacedLabel> best;
   double bestCost = HUGE_VAL;
   double cost = 0.0;
@@ -185,7 +196,7 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
     if (cost >= bestCost) {
       break;
     }
-    const auto box = BoxAt(spot, WidthOf(label), HeightOf(label));
+    const auto box = BoxAt(spot, size);
     const auto crossed = CostOf(box);
     if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
       bestCost = *crossed + cost;

@@ -50,9 +50,9 @@ class LabelPlacer {
   void AddCode(PlacedLabel& label, const std::string& code);
 
  private:
-  struct Obstacle {
-    PaperBox box;
-    bool hard;
+  struct Cell {
+    std::vector<PaperBox> blocked;
+    std::vector<PaperBox> avoided;
   };
   struct Leader {
     PaperSpot from;
@@ -61,18 +61,17 @@ class LabelPlacer {
   /// The best box within so many rings around the anchor.
   std::optional<PlacedLabel> Beside(const Label& label, std::size_t rings) const;
   std::optional<PlacedLabel> Inside(const Label& label) const;
-  /// How bad a place is; none where it is impossible.
+  /// How many millimetres of lines a place covers; none where it is impossible.
   std::optional<double> CostOf(const PaperBox& box) const;
   bool LeaderIsFree(const Label& label, const PaperBox& box) const;
   void Take(const PlacedLabel& label);
-  void Add(const Obstacle& obstacle);
   template <class Visitor>
   bool AnyNear(const PaperBox& box, Visitor visitor) const;
 
   PaperBox frame_;
   std::size_t columns_;
   std::size_t rows_;
-  std::vector<std::vector<Obstacle>> cells_;  // a grid over the frame, row by row
+  std::vector<Cell> cells_;  // a grid over the frame, row by row
   std::vector<Leader> leaders_;
 };
 

@@ -37,6 +37,9 @@ struct ScenePoint {
   std::string name;
   std::vector<std::string> details;  ///< Shown under the name.
   std::string code{};                ///< Its feature code, shown behind the name; may be empty.
+
+  /// A foot has no name of its own.
+  bool HasLabel() const { return role != Role::kFoot && !(name.empty() && details.empty()); }
 };
 
 enum class Stroke {

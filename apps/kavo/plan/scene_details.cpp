@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "plan/crowds.hpp"
 #include "plan/projection.hpp"
@@ -31,7 +32,7 @@ Extent Widened(const Extent& crowd) {
   return {crowd.left - margin, crowd.right + margin, crowd.bottom - margin, crowd.top + margin};
 }
 
-// The rectangles around the crowds that gain by being drawn alone.
+// The rectangles around the crowds that gain by being drawn alone, as points at one place do not.
 std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) {
   std::vector<Spot> shown;
   for (const auto& point : scene.points) {
@@ -39,6 +40,9 @@ std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) 
       shown.push_back(point.at);
     }
   }
+  const auto place = [](Spot spot) { return std::pair(spot.right, spot.up); };
+  std::ranges::sort(shown, {}, place);
+  shown.erase(std::ranges::unique(shown, {}, place).begin(), shown.end());
   std::vector<Extent> details;
   for (const auto& [extent, points] : CrowdsOf(shown, projection.Metres(kCrowded))) {
     const auto window = Widened(extent);

@@ -85,28 +85,28 @@ Label SheetLabels::LabelOf(const Caption& caption) const {
   return label;
 }
 
-// What weighs more is named first. A foot has no name of its own.
-std::size_t SheetLabels::TryNames(bool codesFirst) {
+bool SheetLabels::PlaceName(const ScenePoint& point, bool withCode) {
+  auto label = LabelOf(point);
+  auto code = withCode ? std::string() : std::exchange(label.code, {});
+  auto placed = placer_.Place(std::move(label));
+  if (placed) {
+    names_.push_back({std::move(*placed), std::move(code)});
+  }
+  return placed.has_value();
+}
+
+// What weighs more is named first.
+std::size_t SheetLabels::TryNames(bool withCodes) {
   std::size_t missing = 0;
-  std::vector<std::string> codes;
-  for (auto role = kRoles.rbegin(); role != kRoles.rend() && *role != Role::kFoot; ++role) {
+  for (auto role = kRoles.rbegin(); role != kRoles.rend(); ++role) {
     for (const auto& point : scene_.points) {
-      const bool named = !(point.name.empty() && point.details.empty());
-      if (point.role != *role || !named || !IsLabelledHere(point.at)) {
-        continue;
-      }
-      auto label = LabelOf(point);
-      codes.push_back(codesFirst ? "" : std::exchange(label.code, ""));
-      if (auto placed = placer_.Place(std::move(label))) {
-        names_.push_back(std::move(*placed));
-      } else {
-        codes.pop_back();
-        ++missing;
+      if (point.role == *role && point.HasLabel() && IsLabelledHere(point.at)) {
+        missing += PlaceName(point, withCodes) ? 0U : 1U;
       }
     }
   }
-  for (std::size_t i = 0; i < names_.size(); ++i) {
-    placer_.AddCode(names_[i], codes[i]);
+  for (auto& name : names_) {
+    placer_.AddCode(name.label, name.code);
   }
   return missing;
 }
@@ -115,7 +115,8 @@ std::size_t SheetLabels::TryNames(bool codesFirst) {
 std::size_t SheetLabels::PlaceNames() {
   const auto before = placer_;
   const auto missing = TryNames(true);
-  const bool coded = std::ranges::any_of(names_, [](const auto& n) { return !n.code.empty(); });
+  const bool coded =
+      std::ranges::any_of(names_, [](const Name& name) { return !name.label.code.empty(); });
   if (missing == 0 || !coded) {
     return missing;
   }
@@ -146,7 +147,7 @@ std::size_t SheetLabels::Draw(SvgWriter& svg) {
     DrawLabel("caption", name, svg);
   }
   for (const auto& name : names_) {
-    DrawLabel("label", name, svg);
+    DrawLabel("label", name.label, svg);
   }
   missing += DrawCaptions(svg);
   for (const auto& tick : ticks_) {

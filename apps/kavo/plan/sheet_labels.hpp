@@ -33,18 +33,23 @@ class SheetLabels {
   std::size_t Draw(SvgWriter& svg);
 
  private:
+  struct Name {
+    PlacedLabel label;
+    std::string code;  // that is to be added, if there is room
+  };
   Label LabelOf(const ScenePoint& point) const;
   Label LabelOf(const Caption& caption) const;
+  bool PlaceName(const ScenePoint& point, bool withCode);
   /// Each of these returns how many are left out.
   std::size_t PlaceNames();
-  std::size_t TryNames(bool codesFirst);
+  std::size_t TryNames(bool withCodes);
   std::size_t DrawCaptions(SvgWriter& svg);
 
   const Scene& scene_;
   const Projection& projection_;
   LabelPlacer placer_;
   std::vector<PlacedLabel> insetNames_;
-  std::vector<PlacedLabel> names_;
+  std::vector<Name> names_;
   std::vector<Label> ticks_;
 };
 

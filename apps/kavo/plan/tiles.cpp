@@ -6,9 +6,17 @@
 namespace kavo_app {
 namespace {
 
-constexpr double kRoom = 60.0;       // that a point with its label needs, square millimetres
+constexpr double kRoom = 60.0;       // that a point with its name needs, square millimetres
+constexpr double kPerDetail = 2.0;   // points' room for a line under the name
 constexpr double kMostTiles = 48.0;  // of one scene
 constexpr std::size_t kLeastPoints = 100;
+
+// On the sheet, square millimetres; beside a row of points there is room too.
+double AreaOf(const Extent& extent, const Projection& projection) {
+  constexpr double kLeast = 40.0;  // millimetres
+  return std::max(projection.Millimetres(extent.right - extent.left), kLeast) *
+         std::max(projection.Millimetres(extent.top - extent.bottom), kLeast);
+}
 
 struct Grid {
   Spot tile;  // the size of one, metres
@@ -46,19 +54,20 @@ Extent TileAt(const Extent& extent, const Grid& grid, double row, double column)
 
 std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection) {
   Extent extent;
-  double points = 0.0;
+  double needed = 0.0;
+  std::size_t points = 0;
   for (const auto& point : scene.points) {
-    if (IsLabelledOn(scene, projection, point.at)) {
+    if (point.HasLabel() && IsLabelledOn(scene, projection, point.at)) {
       extent.Include(point.at);
+      needed += kRoom * (1.0 + kPerDetail * static_cast<double>(point.details.size()));
       ++points;
     }
   }
-  const double area = projection.Millimetres(extent.right - extent.left) *
-                      projection.Millimetres(extent.top - extent.bottom);
-  if (points < kLeastPoints || area > points * kRoom) {
+  const double area = AreaOf(extent, projection);
+  if (points < kLeastPoints || area > needed) {
     return {};
   }
-  const auto grid = GridFor(extent, projection.Denominator(), std::sqrt(points * kRoom / area));
+  const auto grid = GridFor(extent, projection.Denominator(), std::sqrt(needed / area));
   std::vector<Extent> tiles;
   for (double row = 0.0; row < grid.rows && grid.rows * grid.columns > 1.0; ++row) {
     for (double column = 0.0; column < grid.columns; ++column) {
