@@ -49,6 +49,31 @@ void CutOff(double inside, double gain, double& begin, double& end) {
   }
 }
 
+// What a closed boundary becomes when the area is cut along an edge, outside of which `inside` is
+// negative.
+template <class Inside>
+std::vector<PaperSpot> CutAt(const std::vector<PaperSpot>& ring, Inside inside) {
+  std::vector<PaperSpot> cut;
+  for (std::size_t i = 1; i < ring.size(); ++i) {
+    const auto& from = ring[i - 1];
+    const auto& to = ring[i];
+    const double before = inside(from);
+    const double after = inside(to);
+    if (before >= 0.0) {
+      cut.push_back(from);
+    }
+    if ((before < 0.0) != (after < 0.0)) {
+      const double part = before / (before - after);
+      cut.push_back({from.fromLeft + part * (to.fromLeft - from.fromLeft),
+                     from.fromTop + part * (to.fromTop - from.fromTop)});
+    }
+  }
+  if (!cut.empty()) {
+    cut.push_back(cut.front());
+  }
+  return cut;
+}
+
 }  // namespace
 
 std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
@@ -66,6 +91,32 @@ std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, Paper
   }
   return std::pair{PaperSpot{from.fromLeft + begin * right, from.fromTop + begin * down},
                    PaperSpot{from.fromLeft + end * right, from.fromTop + end * down}};
+}
+
+std::vector<std::vector<PaperSpot>> PiecesIn(const PaperBox& box,
+                                             const std::vector<PaperSpot>& line) {
+  constexpr double kSame = 1e-3;  // millimetres
+  std::vector<std::vector<PaperSpot>> pieces;
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const auto part = PartIn(box, line[i - 1], line[i]);
+    if (!part) {
+      continue;
+    }
+    const auto& [from, to] = *part;
+    if (pieces.empty() || std::hypot(pieces.back().back().fromLeft - from.fromLeft,
+                                     pieces.back().back().fromTop - from.fromTop) > kSame) {
+      pieces.push_back({from});
+    }
+    pieces.back().push_back(to);
+  }
+  return pieces;
+}
+
+std::vector<PaperSpot> AreaIn(const PaperBox& box, std::vector<PaperSpot> ring) {
+  ring = CutAt(ring, [&box](PaperSpot spot) { return spot.fromLeft - box.left; });
+  ring = CutAt(ring, [&box](PaperSpot spot) { return box.right - spot.fromLeft; });
+  ring = CutAt(ring, [&box](PaperSpot spot) { return spot.fromTop - box.top; });
+  return CutAt(ring, [&box](PaperSpot spot) { return box.bottom - spot.fromTop; });
 }
 
 bool Crosses(const std::vector<PaperSpot>& line, const PaperBox& box) {

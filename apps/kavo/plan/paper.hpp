@@ -63,6 +63,14 @@ inline constexpr Sheet kPortrait{
 std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
                                                       PaperSpot to);
 
+/// The pieces of a line through the spots that lie in a box.
+std::vector<std::vector<PaperSpot>> PiecesIn(const PaperBox& box,
+                                             const std::vector<PaperSpot>& line);
+
+/// The part of an area that lies in a box, as a closed boundary; empty when there is none.
+/// @param ring  its boundary, closed.
+std::vector<PaperSpot> AreaIn(const PaperBox& box, std::vector<PaperSpot> ring);
+
 /// True when a line through the spots runs through a box, or lies in it.
 bool Crosses(const std::vector<PaperSpot>& line, const PaperBox& box);
 

@@ -18,6 +18,14 @@ constexpr double kSymbolGap = 0.2;     // between a symbol and other labels, mil
 constexpr double kTick = 1.2;          // half a tick, millimetres
 constexpr double kInsetBorder = 1.5;   // around an inset's points, millimetres
 
+// Lines are written a little farther than the frame, where they are clipped, and no farther: far
+// off, viewers lose their way.
+PaperBox Beyond(const PaperBox& frame) {
+  constexpr double kFarther = 5.0;  // millimetres
+  return {frame.left - kFarther, frame.top - kFarther, frame.right + kFarther,
+          frame.bottom + kFarther};
+}
+
 }  // namespace
 
 void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> remarks,
@@ -62,16 +70,18 @@ void SheetDrawer::DrawPaths(SvgWriter& svg) {
   }
 }
 
-// An area shows also where its boundary lies all around the frame.
 void SheetDrawer::DrawPath(const ScenePath& path, SvgWriter& svg) {
   std::vector<PaperSpot> vertices;
   for (const auto& vertex : path.vertices) {
     vertices.push_back(projection_.On(vertex));
   }
-  if (path.stroke != Stroke::kBoundary && !Crosses(vertices, Paper().frame)) {
-    return;
+  if (path.stroke == Stroke::kBoundary) {
+    svg.Polyline(ClassOf(path.stroke), AreaIn(Beyond(Paper().frame), vertices));
+  } else {
+    for (const auto& piece : PiecesIn(Beyond(Paper().frame), vertices)) {
+      svg.Polyline(ClassOf(path.stroke), piece);
+    }
   }
-  svg.Polyline(ClassOf(path.stroke), vertices);
   for (std::size_t i = 1; i < vertices.size() && path.stroke != Stroke::kSight; ++i) {
     labels_.Avoid(vertices[i - 1], vertices[i]);
   }
