@@ -62,8 +62,9 @@ std::vector<PaperSpot> InnerSpots(const std::vector<PaperSpot>& ring) {
   const auto box = BoxAround(ring);
   std::vector<Node> nodes;
   for (int i = 0; i < kNodes * kNodes; ++i) {
+    const int row = i / kNodes;
     const PaperSpot at{box.left + (box.right - box.left) * (i % kNodes + 0.5) / kNodes,
-                       box.top + (box.bottom - box.top) * (i / kNodes + 0.5) / kNodes};
+                       box.top + (box.bottom - box.top) * (row + 0.5) / kNodes};
     if (IsInside(at, ring)) {
       nodes.push_back({at, DistanceToRing(at, ring)});
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <numbers>
 #include <numeric>
@@ -11,9 +12,13 @@
 namespace kavo_app {
 namespace {
 
-// Squares so small that all spots in one are near each other.
-using Cell = std::pair<std::int64_t, std::int64_t>;
-using Cells = std::map<Cell, std::vector<Spot>>;
+// A square so small that all spots in it are near each other.
+using Place = std::pair<std::int64_t, std::int64_t>;
+struct Cell {
+  std::size_t number = 0;
+  std::vector<Spot> spots;
+};
+using Cells = std::map<Place, Cell>;
 
 Cells CellsOf(const std::vector<Spot>& spots, double near) {
   const double side = near * 0.99 / std::numbers::sqrt2;
@@ -21,7 +26,9 @@ Cells CellsOf(const std::vector<Spot>& spots, double near) {
   for (const auto& spot : spots) {
     const auto right = std::floor((spot.right - spots.front().right) / side);
     const auto up = std::floor((spot.up - spots.front().up) / side);
-    cells[{static_cast<std::int64_t>(right), static_cast<std::int64_t>(up)}].push_back(spot);
+    const Place place{static_cast<std::int64_t>(right), static_cast<std::int64_t>(up)};
+    const auto number = cells.size();
+    cells.try_emplace(place, Cell{number, {}}).first->second.spots.push_back(spot);
   }
   return cells;
 }
@@ -53,38 +60,36 @@ class Groups {
 };
 
 // Joins the cells that have spots near each other; beyond two cells there are none.
-void JoinCells(const Cells& cells, const std::map<Cell, std::size_t>& numbers, double near,
-               Groups& groups) {
-  for (const auto& [cell, spots] : cells) {
-    const auto number = numbers.at(cell);
-    for (int i = 0; i < 5 * 5; ++i) {
-      const auto other = cells.find({cell.first + i / 5 - 2, cell.second + i % 5 - 2});
-      if (other == cells.end()) {
+Groups GroupsOf(const Cells& cells, double near) {
+  constexpr int kAround = 5;
+  Groups groups(cells.size());
+  for (const auto& [place, cell] : cells) {
+    for (int i = 0; i < kAround * kAround; ++i) {
+      const int row = i / kAround;
+      const auto found = cells.find({place.first + i % kAround - 2, place.second + row - 2});
+      if (found == cells.end()) {
         continue;
       }
-      const auto otherNumber = numbers.at(other->first);
-      if (groups.Of(number) != groups.Of(otherNumber) && AnyNear(spots, other->second, near)) {
-        groups.Join(number, otherNumber);
+      const auto& other = found->second;
+      if (groups.Of(cell.number) != groups.Of(other.number) &&
+          AnyNear(cell.spots, other.spots, near)) {
+        groups.Join(cell.number, other.number);
       }
     }
   }
+  return groups;
 }
 
 }  // namespace
 
 std::vector<Crowd> CrowdsOf(const std::vector<Spot>& spots, double near) {
   const auto cells = CellsOf(spots, near);
-  std::map<Cell, std::size_t> numbers;
-  for (const auto& [cell, inside] : cells) {
-    numbers.emplace(cell, numbers.size());
-  }
-  Groups groups(numbers.size());
-  JoinCells(cells, numbers, near, groups);
+  auto groups = GroupsOf(cells, near);
   std::map<std::size_t, Crowd> crowds;
-  for (const auto& [cell, inside] : cells) {
-    auto& crowd = crowds[groups.Of(numbers.at(cell))];
-    std::ranges::for_each(inside, [&crowd](Spot spot) { crowd.extent.Include(spot); });
-    crowd.points += inside.size();
+  for (const auto& [place, cell] : cells) {
+    auto& crowd = crowds[groups.Of(cell.number)];
+    std::ranges::for_each(cell.spots, [&crowd](Spot spot) { crowd.extent.Include(spot); });
+    crowd.points += cell.spots.size();
   }
   std::vector<Crowd> list;
   std::ranges::transform(crowds, std::back_inserter(list), [](const auto& c) { return c.second; });

@@ -32,9 +32,9 @@ constexpr std::array kLines = {
 
 std::vector<Entry> EntriesOf(const Scene& scene) {
   std::vector<Entry> entries;
-  for (auto role = kRoles.rbegin(); role != kRoles.rend(); ++role) {
-    if (std::ranges::find(scene.points, *role, &ScenePoint::role) != scene.points.end()) {
-      entries.push_back({RoleText(*role), SymbolOf(*role), ""});
+  for (const auto role : kRoles) {
+    if (std::ranges::find(scene.points, role, &ScenePoint::role) != scene.points.end()) {
+      entries.push_back({RoleText(role), SymbolOf(role), ""});
     }
   }
   for (const auto& line : kLines) {
@@ -48,8 +48,10 @@ std::vector<Entry> EntriesOf(const Scene& scene) {
 
 // Where the text of an entry has its base line; its symbol stands before it.
 PaperSpot PlaceOf(const Sheet& sheet, std::size_t entry) {
-  return {sheet.legend.fromLeft + kColumn * static_cast<double>(entry / sheet.legendRows),
-          sheet.legend.fromTop + kRow * static_cast<double>(entry % sheet.legendRows)};
+  const std::size_t column = entry / sheet.legendRows;
+  const std::size_t row = entry % sheet.legendRows;
+  return {sheet.legend.fromLeft + kColumn * static_cast<double>(column),
+          sheet.legend.fromTop + kRow * static_cast<double>(row)};
 }
 
 void DrawEntry(const Entry& entry, PaperSpot at, SvgWriter& svg) {

@@ -42,7 +42,8 @@ std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) 
   }
   const auto place = [](Spot spot) { return std::pair(spot.right, spot.up); };
   std::ranges::sort(shown, {}, place);
-  shown.erase(std::ranges::unique(shown, {}, place).begin(), shown.end());
+  const auto same = [&place](Spot a, Spot b) { return place(a) == place(b); };
+  shown.erase(std::unique(shown.begin(), shown.end(), same), shown.end());
   std::vector<Extent> details;
   for (const auto& [extent, points] : CrowdsOf(shown, projection.Metres(kCrowded))) {
     const auto window = Widened(extent);

@@ -133,13 +133,16 @@ void SheetDrawer::DrawInsets(SvgWriter& svg) {
 
 // What weighs more over what weighs less.
 void SheetDrawer::DrawPoints(SvgWriter& svg) {
-  svg.Open("points");
-  for (const auto role : kRoles) {
-    for (const auto& point : scene_.points) {
-      if (point.role == role && projection_.Shows(point.at)) {
-        DrawPoint(point, svg);
-      }
+  std::vector<const ScenePoint*> points;
+  for (const auto& point : scene_.points) {
+    if (projection_.Shows(point.at)) {
+      points.push_back(&point);
     }
+  }
+  std::ranges::stable_sort(points, {}, [](const ScenePoint* point) { return point->role; });
+  svg.Open("points");
+  for (const auto* point : points) {
+    DrawPoint(*point, svg);
   }
   svg.Close();
 }

@@ -98,9 +98,9 @@ bool SheetLabels::PlaceName(const ScenePoint& point, bool withCode) {
 // What weighs more is named first.
 std::size_t SheetLabels::TryNames(bool withCodes) {
   std::size_t missing = 0;
-  for (auto role = kRoles.rbegin(); role != kRoles.rend(); ++role) {
+  for (const auto role : kRoles) {
     for (const auto& point : scene_.points) {
-      if (point.role == *role && point.HasLabel() && IsLabelledHere(point.at)) {
+      if (point.role == role && point.HasLabel() && IsLabelledHere(point.at)) {
         missing += PlaceName(point, withCodes) ? 0U : 1U;
       }
     }

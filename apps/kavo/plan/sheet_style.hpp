@@ -46,9 +46,9 @@ line, polyline, path, rect { fill: none; }
 </defs>
 )";
 
-/// All roles, the least weighty first, so that what weighs more is drawn over it.
-inline constexpr std::array kRoles = {Role::kFoot, Role::kGiven, Role::kComputed, Role::kControl,
-                                      Role::kStation};
+/// All roles, the weightiest first.
+inline constexpr std::array kRoles = {Role::kStation, Role::kControl, Role::kComputed, Role::kGiven,
+                                      Role::kFoot};
 
 /// The symbol of a role, as the head of the drawing defines it.
 std::string_view SymbolOf(Role role);
