@@ -61,16 +61,6 @@ PaperBox BoxBeside(const Label& label, PaperSize size, double away, Side side) {
                size);
 }
 
-// True when two lines cross.
-bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2) {
-  const auto side = [](PaperSpot from, PaperSpot to, PaperSpot spot) {
-    return (to.fromLeft - from.fromLeft) * (spot.fromTop - from.fromTop) >
-           (to.fromTop - from.fromTop) * (spot.fromLeft - from.fromLeft);
-  };
-  return side(from1, to1, from2) != side(from1, to1, to2) &&
-         side(from2, to2, from1) != side(from2, to2, to1);
-}
-
 // Spots along a line, both ends among them.
 template <class Visitor>
 void Follow(PaperSpot from, PaperSpot to, Visitor visitor) {

@@ -76,6 +76,15 @@ std::vector<PaperSpot> CutAt(const std::vector<PaperSpot>& ring, Inside inside) 
 
 }  // namespace
 
+bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2) {
+  const auto side = [](PaperSpot from, PaperSpot to, PaperSpot spot) {
+    return (to.fromLeft - from.fromLeft) * (spot.fromTop - from.fromTop) >
+           (to.fromTop - from.fromTop) * (spot.fromLeft - from.fromLeft);
+  };
+  return side(from1, to1, from2) != side(from1, to1, to2) &&
+         side(from2, to2, from1) != side(from2, to2, to1);
+}
+
 std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
                                                       PaperSpot to) {
   const double right = to.fromLeft - from.fromLeft;

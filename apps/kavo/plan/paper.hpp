@@ -59,6 +59,9 @@ inline constexpr Sheet kLandscape{
 inline constexpr Sheet kPortrait{
     210.0, 297.0, {17.0, 10.0, 200.0, 241.0}, 251.0, 125.0, 272.0, {17.0, 277.0}, 4};
 
+/// True when two straight lines cross.
+bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2);
+
 /// The part of a straight line that lies in a box, if any does.
 std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
                                                       PaperSpot to);

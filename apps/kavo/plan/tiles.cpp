@@ -11,8 +11,27 @@ constexpr double kPerDetail = 2.0;   // points' room for a line under the name
 constexpr double kMostTiles = 48.0;  // of one scene
 constexpr std::size_t kLeastPoints = 100;
 
+// The points that must be labelled.
+struct Load {
+  Extent extent;
+  std::size_t points = 0;
+  double room = 0.0;  // that they need, square millimetres
+};
+
+Load LoadOf(const Scene& scene, const Projection& projection) {
+  Load load;
+  for (const auto& point : scene.points) {
+    if (point.HasLabel() && IsLabelledOn(scene, projection, point.at)) {
+      load.extent.Include(point.at);
+      load.room += kRoom * (1.0 + kPerDetail * static_cast<double>(point.details.size()));
+      ++load.points;
+    }
+  }
+  return load;
+}
+
 // On the sheet, square millimetres; beside a row of points there is room too.
-double AreaOf(const Extent& extent, const Projection& projection) {
+double RoomAt(const Extent& extent, const Projection& projection) {
   constexpr double kLeast = 40.0;  // millimetres
   return std::max(projection.Millimetres(extent.right - extent.left), kLeast) *
          std::max(projection.Millimetres(extent.top - extent.bottom), kLeast);
@@ -53,31 +72,21 @@ Extent TileAt(const Extent& extent, const Grid& grid, double row, double column)
 }  // namespace
 
 std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection) {
-  Extent extent;
-  double needed = 0.0;
-  std::size_t points = 0;
-  for (const auto& point : scene.points) {
-    if (point.HasLabel() && IsLabelledOn(scene, projection, point.at)) {
-      extent.Include(point.at);
-      needed += kRoom * (1.0 + kPerDetail * static_cast<double>(point.details.size()));
-      ++points;
-    }
-  }
-  const double area = AreaOf(extent, projection);
-  if (points < kLeastPoints || area > needed) {
+  const auto load = LoadOf(scene, projection);
+  const double room = RoomAt(load.extent, projection);
+  if (load.points < kLeastPoints || room > load.room) {
     return {};
   }
-  const auto grid = GridFor(extent, projection.Denominator(), std::sqrt(needed / area));
+  const auto grid = GridFor(load.extent, projection.Denominator(), std::sqrt(load.room / room));
   std::vector<Extent> tiles;
-  for (double row = 0.0; row < grid.rows && grid.rows * grid.columns > 1.0; ++row) {
-    for (double column = 0.0; column < grid.columns; ++column) {
-      const auto tile = TileAt(extent, grid, row, column);
-      if (std::ranges::any_of(scene.points, [&](const auto& p) { return tile.Holds(p.at); })) {
-        tiles.push_back(tile);
-      }
+  for (double i = 0.0; i < grid.rows * grid.columns; ++i) {
+    const double row = std::floor(i / grid.columns);
+    const auto tile = TileAt(load.extent, grid, row, i - row * grid.columns);
+    if (std::ranges::any_of(scene.points, [&](const auto& p) { return tile.Holds(p.at); })) {
+      tiles.push_back(tile);
     }
   }
-  return tiles;
+  return tiles.size() > 1 ? tiles : std::vector<Extent>{};
 }
 
 }  // namespace kavo_app
