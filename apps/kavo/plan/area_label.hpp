@@ -1,16 +1,15 @@
-// Where the label of an area goes.
+// Where the label of an area goes, which its centroid is not in a bent parcel.
 #pragma once
 
 #include <vector>
 
-#include "plan/scene.hpp"
+#include "plan/paper.hpp"
 
 namespace kavo_app {
 
-/// A place for the label of an area, which the centroid is not in a bent parcel: of a grid's nodes
-/// inside, the one farthest from the boundary, with heights counted for more because a label is
-/// wide.
+/// Nodes of a grid inside an area, the farthest from its boundary first, with heights counted for
+/// more because a label is wide; a corner when the area has no inside.
 /// @param ring  the boundary, closed: its last vertex is its first.
-Spot InnermostSpot(std::vector<Spot> ring);
+std::vector<PaperSpot> InnerSpots(const std::vector<PaperSpot>& ring);
 
 }  // namespace kavo_app

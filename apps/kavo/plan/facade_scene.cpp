@@ -157,9 +157,11 @@ std::vector<Scene> FacadeScenes(const Job& job, const std::vector<Outcome>& outc
     }
     const auto position = fmt::format("along {}, {} {}{}", MetresText(*along), facade.acrossName,
                                       MetresText(*across), sight.Flaw());
-    AddPoint(
-        scenes[scene],
-        {facade.turn.On({*along, *across}), Role::kComputed, sight.GetStep().name, {position}});
+    AddPoint(scenes[scene], {facade.turn.On({*along, *across}),
+                             Role::kComputed,
+                             sight.GetStep().name,
+                             {position},
+                             sight.GetStep().code});
   }
   return scenes;
 }

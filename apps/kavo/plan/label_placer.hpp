@@ -13,21 +13,28 @@ struct Label {
   PaperSpot anchor;                ///< What it belongs to.
   double clearance;                ///< Half the size of the symbol there, millimetres.
   std::vector<std::string> lines;  ///< One below the other.
-  bool mayCover = false;           ///< Best on its anchor, where there is no symbol.
+  std::string code{};              ///< Behind the first line where there is room; may be empty.
+  std::vector<PaperSpot> area{};   ///< What it labels, when that is an area: its closed boundary.
 };
+
+/// Which end of its lines is next to what a label belongs to.
+enum class Align { kStart, kMiddle, kEnd };
 
 struct PlacedLabel {
   PaperBox box;
   std::vector<std::string> lines;
+  std::string code;  ///< Empty also when there was no room for it.
+  Align align;
   std::optional<PaperSpot>
       leaderFrom;  ///< Set when it lies so far off that a line must lead there.
 };
 
 inline constexpr double kLabelSize = 2.4;     ///< Of the font, millimetres.
 inline constexpr double kLabelLeading = 2.9;  ///< From line to line, millimetres.
+inline constexpr double kCodeSize = 2.0;      ///< Of a code's font, millimetres.
 
 /// Puts labels beside their points, or farther off with a leader, so that none lies on a symbol or
-/// on another label.
+/// on another label. The label of an area goes inside it, or else beside it.
 class LabelPlacer {
  public:
   /// @param frame  what every label stays in.
@@ -38,24 +45,34 @@ class LabelPlacer {
   /// Lets labels cross the line only where there is no better room.
   void Avoid(PaperSpot from, PaperSpot to);
   /// The place of a label, which blocks it for the next ones; none when there is no room.
-  std::optional<PlacedLabel> Place(const Label& label);
+  std::optional<PlacedLabel> Place(Label label);
+  /// Adds a code to a label that was placed without one, if there is room.
+  void AddCode(PlacedLabel& label, const std::string& code);
 
  private:
-  struct Obstacle {
-    PaperBox box;
-    bool hard;
+  struct Cell {
+    std::vector<PaperBox> blocked;
+    std::vector<PaperBox> avoided;
   };
-  /// How bad a place is; none where it is impossible.
+  struct Leader {
+    PaperSpot from;
+    PaperSpot to;
+  };
+  /// The best box within so many rings around the anchor.
+  std::optional<PlacedLabel> Beside(const Label& label, std::size_t rings) const;
+  std::optional<PlacedLabel> Inside(const Label& label) const;
+  /// How many millimetres of lines a place covers; none where it is impossible.
   std::optional<double> CostOf(const PaperBox& box) const;
   bool LeaderIsFree(const Label& label, const PaperBox& box) const;
-  void Add(const Obstacle& obstacle);
+  void Take(const PlacedLabel& label);
   template <class Visitor>
   bool AnyNear(const PaperBox& box, Visitor visitor) const;
 
   PaperBox frame_;
   std::size_t columns_;
   std::size_t rows_;
-  std::vector<std::vector<Obstacle>> cells_;  // a grid over the frame, row by row
+  std::vector<Cell> cells_;  // a grid over the frame, row by row
+  std::vector<Leader> leaders_;
 };
 
 }  // namespace kavo_app

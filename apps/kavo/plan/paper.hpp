@@ -2,8 +2,10 @@
 #pragma once
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kavo_app {
@@ -40,11 +42,43 @@ constexpr PaperBox Around(PaperSpot spot, double half) {
   return {spot.fromLeft - half, spot.fromTop - half, spot.fromLeft + half, spot.fromTop + half};
 }
 
-/// A4, lying.
-inline constexpr double kSheetWidth = 297.0;
-inline constexpr double kSheetHeight = 210.0;
-/// Where the drawing goes; below it stand title, legend and scale.
-inline constexpr PaperBox kFrame{17.0, 10.0, 287.0, 170.0};
+/// A sheet of A4, and what stands where on it; all millimetres.
+struct Sheet {
+  double width;
+  double height;
+  PaperBox frame;          ///< Where the drawing goes.
+  double blockTop;         ///< Title and scale stand below here;
+  double titleWidth;       ///< the title takes so much
+  double titleBottom;      ///< and ends here.
+  PaperSpot legend;        ///< The legend stands in columns from here
+  std::size_t legendRows;  ///< of so many rows.
+};
+
+inline constexpr Sheet kLandscape{
+    297.0, 210.0, {17.0, 10.0, 287.0, 170.0}, 180.0, 108.0, 207.0, {130.0, 182.5}, 6};
+inline constexpr Sheet kPortrait{
+    210.0, 297.0, {17.0, 10.0, 200.0, 241.0}, 251.0, 125.0, 272.0, {17.0, 277.0}, 4};
+
+/// True when two straight lines cross.
+bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2);
+
+/// The part of a straight line that lies in a box, if any does.
+std::optional<std::pair<PaperSpot, PaperSpot>> PartIn(const PaperBox& box, PaperSpot from,
+                                                      PaperSpot to);
+
+/// The pieces of a line through the spots that lie in a box.
+std::vector<std::vector<PaperSpot>> PiecesIn(const PaperBox& box,
+                                             const std::vector<PaperSpot>& line);
+
+/// The part of an area that lies in a box, as a closed boundary; empty when there is none.
+/// @param ring  its boundary, closed.
+std::vector<PaperSpot> AreaIn(const PaperBox& box, std::vector<PaperSpot> ring);
+
+/// True when a line through the spots runs through a box, or lies in it.
+bool Crosses(const std::vector<PaperSpot>& line, const PaperBox& box);
+
+/// Between a text and the code behind it, millimetres.
+inline constexpr double kCodeGap = 0.8;
 
 /// The width that a text takes at most, whatever sans-serif font shows it.
 /// @param size  of the font, millimetres.
@@ -54,7 +88,9 @@ double TextWidth(std::string_view text, double size);
 std::vector<std::string> WrappedText(std::string_view text, double size, double width,
                                      std::size_t mostLines);
 
-/// The smallest of 1, 2, 2.5 and 5 times a power of ten that is not below a number above 0.
+/// Of the round numbers, 1, 2, 2.5 and 5 times a power of ten, the smallest that is not below a
+/// number above 0, and the largest that is not above it.
 double RoundUp(double number);
+double RoundDown(double number);
 
 }  // namespace kavo_app

@@ -15,9 +15,10 @@ struct Place {
   Scene scene;
 };
 
-// Two places are one when they lie less than their own size apart.
+// Two places are one when they lie less than their own size apart, or so near that one sheet shows
+// both well.
 bool Near(const Extent& one, const Extent& other) {
-  constexpr double kLeast = 1.0;
+  constexpr double kLeast = 250.0;  // metres
   const double size = std::max({one.right - one.left, one.top - one.bottom,
                                 other.right - other.left, other.top - other.bottom, kLeast});
   return one.left - size <= other.right && other.left - size <= one.right &&

@@ -1,39 +1,67 @@
 #include "plan/projection.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kavo_app {
 namespace {
 
-constexpr double kMargin = 15.0;  // around the scene for labels and the arrow, millimetres
+constexpr double kMargin = 11.0;  // around the scene for labels and the arrow, millimetres
 constexpr double kLeastDenominator = 5.0;
-constexpr double kLongestVector = 12.0;  // on the sheet, millimetres
+constexpr double kLongestVector = 10.0;  // on the sheet, millimetres
 constexpr double kLeastVector = 1e-4;    // metres; less is only the rounding of readings
 constexpr double kShortestSample = 4.0;  // on the sheet, millimetres
 constexpr double kPerMetre = 1000.0;     // millimetres
 
+// What a scene may take of a sheet, millimetres.
+Spot RoomOn(const Sheet& sheet) {
+  return {sheet.frame.right - sheet.frame.left - 2 * kMargin,
+          sheet.frame.bottom - sheet.frame.top - 2 * kMargin};
+}
+
+// The n of the largest round scale 1 : n at which something so large fits a frame.
+double DenominatorOn(const Sheet& sheet, const Extent& extent) {
+  const auto room = RoomOn(sheet);
+  const double needed =
+      std::max((extent.right - extent.left) / room.right, (extent.top - extent.bottom) / room.up) *
+      kPerMetre;
+  return std::max(needed > 0.0 ? RoundUp(needed) : 0.0, kLeastDenominator);
+}
+
 }  // namespace
 
 Projection::Projection(const Scene& scene)
-    : denominator_(kLeastDenominator),
-      perMetre_(kPerMetre),
-      centre_{0.0, 0.0},
-      middle_{(kFrame.left + kFrame.right) / 2.0, (kFrame.top + kFrame.bottom) / 2.0} {
+    : sheet_(&kLandscape), denominator_(kLeastDenominator), centre_{0.0, 0.0} {
   const auto extent = ExtentOf(scene);
   if (!extent.Empty()) {
-    const double width = (extent.right - extent.left) / (kFrame.right - kFrame.left - 2 * kMargin);
-    const double height = (extent.top - extent.bottom) / (kFrame.bottom - kFrame.top - 2 * kMargin);
-    const double needed = std::max(width, height) * kPerMetre;
-    denominator_ = std::max(needed > 0.0 ? RoundUp(needed) : 0.0, kLeastDenominator);
+    denominator_ = DenominatorOn(kLandscape, extent);
+    const double standing = DenominatorOn(kPortrait, extent);
+    if (standing < denominator_) {
+      sheet_ = &kPortrait;
+      denominator_ = standing;
+    }
     centre_ = {(extent.left + extent.right) / 2.0, (extent.bottom + extent.top) / 2.0};
   }
   perMetre_ = kPerMetre / denominator_;
+  const auto& frame = sheet_->frame;
+  middle_ = {(frame.left + frame.right) / 2.0, (frame.top + frame.bottom) / 2.0};
 }
 
 Extent Projection::Shown() const {
-  const double right = Metres(kFrame.right - middle_.fromLeft);
-  const double up = Metres(kFrame.bottom - middle_.fromTop);
+  const double right = Metres(sheet_->frame.right - middle_.fromLeft);
+  const double up = Metres(sheet_->frame.bottom - middle_.fromTop);
   return {centre_.right - right, centre_.right + right, centre_.up - up, centre_.up + up};
+}
+
+bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot) {
+  return projection.Shows(spot) && std::ranges::none_of(scene.insets, [spot](const Inset& inset) {
+           return inset.extent.Holds(spot);
+         });
+}
+
+Spot LargestAt(double denominator) {
+  const auto room = RoomOn(kLandscape);
+  return {room.right * denominator / kPerMetre, room.up * denominator / kPerMetre};
 }
 
 Enlargement::Enlargement(const Scene& scene) {

@@ -8,13 +8,17 @@ namespace kavo_app {
 
 class Projection {
  public:
-  /// Chooses the largest round scale at which the scene fits the frame.
+  /// Chooses the sheet, landscape or portrait, on which the scene is larger, and the largest round
+  /// scale at which it fits the frame there.
   explicit Projection(const Scene& scene);
 
   PaperSpot On(Spot spot) const {
     return {middle_.fromLeft + (spot.right - centre_.right) * perMetre_,
             middle_.fromTop - (spot.up - centre_.up) * perMetre_};
   }
+  const Sheet& Paper() const { return *sheet_; }
+  /// True when a place lies in the frame.
+  bool Shows(Spot spot) const { return sheet_->frame.Holds(On(spot)); }
   /// The part of the scene that the frame shows.
   Extent Shown() const;
   /// Metres that so many millimetres on the sheet show.
@@ -24,11 +28,18 @@ class Projection {
   double Denominator() const { return denominator_; }
 
  private:
+  const Sheet* sheet_;
   double denominator_;
   double perMetre_;  // millimetres on the sheet
   Spot centre_;
   PaperSpot middle_;
 };
+
+/// True when a place is shown, and nothing there is left to an inset's own sheet.
+bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot);
+
+/// The size of the largest scene that fits a landscape sheet at a scale 1 : n, metres.
+Spot LargestAt(double denominator);
 
 /// How residuals and standard deviations are enlarged.
 class Enlargement {

@@ -62,13 +62,18 @@ void AddPoint(Scene& scene, ScenePoint point) {
   if (!OnEarth(point.at)) {
     return;
   }
-  const auto known = std::ranges::find_if(
-      scene.points, [&point](const ScenePoint& other) { return IsSame(other, point); });
-  if (known == scene.points.end()) {
+  const auto found = scene.places.Find(
+      point.at.up, point.at.right, [&](std::size_t i) { return IsSame(scene.points[i], point); });
+  if (!found) {
+    scene.places.Add(point.at.up, point.at.right, scene.points.size());
     scene.points.push_back(std::move(point));
     return;
   }
+  auto* known = &scene.points[*found];
   known->role = std::max(known->role, point.role);
+  if (known->code.empty()) {
+    known->code = std::move(point.code);
+  }
   for (auto& detail : point.details) {
     if (std::ranges::find(known->details, detail) == known->details.end()) {
       known->details.push_back(std::move(detail));

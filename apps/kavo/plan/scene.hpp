@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "report/coordinates.hpp"
+#include "report/place_index.hpp"
 
 namespace kavo_app {
 
@@ -35,6 +36,10 @@ struct ScenePoint {
   Role role;
   std::string name;
   std::vector<std::string> details;  ///< Shown under the name.
+  std::string code{};                ///< Its feature code, shown behind the name; may be empty.
+
+  /// A foot has no name of its own.
+  bool HasLabel() const { return role != Role::kFoot && !(name.empty() && details.empty()); }
 };
 
 enum class Stroke {
@@ -56,10 +61,11 @@ struct Chainage {
   double length;  ///< Metres, along the curve.
 };
 
-/// Text at no point, such as an area.
+/// Text at no point: the name of a line, or of an area.
 struct Caption {
   Spot at;
   std::string text;
+  std::vector<Spot> ring{};  ///< The area's boundary, closed; empty for a line.
 };
 
 /// A small vector that is drawn enlarged, metres: a residual, or the standard deviations of a
@@ -79,6 +85,7 @@ struct Axis {
 struct Inset {
   Extent extent;
   std::string name;
+  bool isTile = false;  ///< One of the sheets that all of the scene is cut into.
 };
 
 struct Scene {
@@ -87,6 +94,7 @@ struct Scene {
   Axis upAxis{"north"};
   bool northUp = true;
   std::vector<ScenePoint> points;
+  PlaceIndex places;  ///< Of the points; AddPoint keeps it.
   std::vector<ScenePath> paths;
   std::vector<Chainage> chainages;
   std::vector<Caption> captions;
@@ -115,7 +123,8 @@ std::string MetresText(double metres);
 /// plane and a section for each design slope that something was measured against.
 std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes);
 
-/// Each scene, followed by its crowded parts as scenes of their own.
+/// Each scene, followed by its crowded parts as scenes of their own; one that is crowded all over,
+/// by the sheets that it is cut into.
 std::vector<Scene> WithDetails(std::vector<Scene> scenes);
 
 /// Parts of ScenesOf.

@@ -2,11 +2,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
-#include <numeric>
+#include <utility>
 
+#include "plan/crowds.hpp"
 #include "plan/projection.hpp"
+#include "plan/tiles.hpp"
 
 namespace kavo_app {
 namespace {
@@ -14,84 +15,79 @@ namespace {
 constexpr double kCrowded = 6.0;         // points nearer than this are, millimetres on the sheet
 constexpr std::size_t kLeastPoints = 4;  // that make a crowd
 constexpr double kLeastGain = 2.0;       // by which a detail must be larger
-constexpr double kBorder = 2.5;          // around a crowd, millimetres on the sheet
 constexpr int kDeepest = 2;              // details of details
 
-// Groups of points with a chain of short distances between them, as a number for each point.
-std::vector<std::size_t> GroupsOf(const std::vector<PaperSpot>& spots) {
-  std::vector<std::size_t> group(spots.size());
-  std::iota(group.begin(), group.end(), std::size_t{0});
-  const auto root = [&group](std::size_t i) {
-    while (group[i] != i) {
-      i = group[i] = group[group[i]];
-    }
-    return i;
-  };
-  for (std::size_t i = 0; i < spots.size(); ++i) {
-    for (std::size_t j = 0; j < i; ++j) {
-      const double dLeft = spots[i].fromLeft - spots[j].fromLeft;
-      const double dTop = spots[i].fromTop - spots[j].fromTop;
-      if (dLeft * dLeft + dTop * dTop < kCrowded * kCrowded) {
-        group[root(i)] = root(j);
-      }
-    }
-  }
-  for (std::size_t i = 0; i < spots.size(); ++i) {
-    group[i] = root(i);
-  }
-  return group;
+double DenominatorOf(const Extent& window) {
+  Scene scene;
+  scene.window = window;
+  return Projection(scene).Denominator();
 }
 
-// The rectangles around the crowds that gain by being drawn alone.
-std::vector<Extent> Crowds(const Scene& scene, const Projection& projection) {
+// With a margin, and large enough for a place where points coincide.
+Extent Widened(const Extent& crowd) {
+  constexpr double kMargin = 0.05;       // of its size
+  constexpr double kLeastMargin = 0.25;  // metres
+  const double size = std::max(crowd.right - crowd.left, crowd.top - crowd.bottom);
+  const double margin = std::max(kMargin * size, kLeastMargin);
+  return {crowd.left - margin, crowd.right + margin, crowd.bottom - margin, crowd.top + margin};
+}
+
+// The rectangles around the crowds that gain by being drawn alone, as points at one place do not.
+std::vector<Extent> DetailsOf(const Scene& scene, const Projection& projection) {
   std::vector<Spot> shown;
-  std::vector<PaperSpot> spots;
   for (const auto& point : scene.points) {
-    if (projection.Shown().Holds(point.at)) {
+    if (projection.Shows(point.at)) {
       shown.push_back(point.at);
-      spots.push_back(projection.On(point.at));
     }
   }
-  const auto groups = GroupsOf(spots);
-  const double border = projection.Metres(kBorder);
-  std::vector<Extent> crowds;
-  for (std::size_t root = 0; root < groups.size(); ++root) {
-    Extent crowd;
-    for (std::size_t i = 0; i < groups.size() && groups[root] == root; ++i) {
-      if (groups[i] == root) {
-        crowd.Include(shown[i]);
-      }
-    }
-    if (crowd.Empty() ||
-        static_cast<std::size_t>(std::ranges::count(groups, root)) < kLeastPoints) {
-      continue;
-    }
-    crowd = {crowd.left - border, crowd.right + border, crowd.bottom - border, crowd.top + border};
-    Scene detail;
-    detail.window = crowd;
-    if (Projection(detail).Denominator() * kLeastGain <= projection.Denominator()) {
-      crowds.push_back(crowd);
+  const auto place = [](Spot spot) { return std::pair(spot.right, spot.up); };
+  std::ranges::sort(shown, {}, place);
+  const auto same = [&place](Spot a, Spot b) { return place(a) == place(b); };
+  shown.erase(std::unique(shown.begin(), shown.end(), same), shown.end());
+  std::vector<Extent> details;
+  for (const auto& [extent, points] : CrowdsOf(shown, projection.Metres(kCrowded))) {
+    const auto window = Widened(extent);
+    if (points >= kLeastPoints && DenominatorOf(window) * kLeastGain <= projection.Denominator()) {
+      details.push_back(window);
     }
   }
-  return crowds;
+  return details;
 }
 
-void AddWithDetails(Scene scene, int depth, std::vector<Scene>& scenes) {
-  const auto crowds = depth < kDeepest ? Crowds(scene, Projection(scene)) : std::vector<Extent>{};
-  std::vector<Scene> details;
-  for (const auto& crowd : crowds) {
+// Parts of a scene on sheets of their own, which the scene shows as insets from now on.
+std::vector<Scene> Cut(Scene& scene, const std::vector<Extent>& windows, const char* word,
+                       bool isTile) {
+  const auto insets = scene.insets;
+  std::vector<Scene> parts;
+  for (const auto& window : windows) {
     const auto name =
-        crowds.size() == 1 ? std::string("detail") : fmt::format("detail {}", details.size() + 1);
-    Scene detail = scene;
-    detail.window = crowd;
-    detail.title += ", " + name;
-    details.push_back(std::move(detail));
-    scene.insets.push_back({crowd, name});
+        windows.size() == 1 ? std::string(word) : fmt::format("{} {}", word, parts.size() + 1);
+    Scene part = scene;
+    part.window = window;
+    part.insets = insets;
+    part.title += ", " + name;
+    parts.push_back(std::move(part));
+    scene.insets.push_back({window, name, isTile});
+  }
+  return parts;
+}
+
+// Where what is left is too full for one sheet, it is cut into sheets, and these no further.
+void AddWithDetails(Scene scene, int depth, std::vector<Scene>& scenes) {
+  const Projection projection(scene);
+  std::vector<Scene> details;
+  std::vector<Scene> tiles;
+  if (depth < kDeepest) {
+    details = Cut(scene, DetailsOf(scene, projection), "detail", false);
+  }
+  if (depth <= kDeepest) {
+    tiles = Cut(scene, TilesOf(scene, projection), "sheet", true);
   }
   scenes.push_back(std::move(scene));
   for (auto& detail : details) {
     AddWithDetails(std::move(detail), depth + 1, scenes);
   }
+  std::ranges::move(tiles, std::back_inserter(scenes));
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ Scene EmptySection(const StepView& slope) {
 // where they end.
 void AddStake(const StepView& step, const DesignSlope& design, Scene& scene) {
   const Spot at{design.Side() * *step.Find<double>("horizDist"), step.Find<CoordPt>("point")->elev};
-  ScenePoint point{at, Role::kComputed, step.GetStep().name, {}};
+  ScenePoint point{at, Role::kComputed, step.GetStep().name, {}, step.GetStep().code};
   const auto add = [&](const char* field, const char* label, Spot end) {
     if (const auto* off = step.Find<double>(field)) {
       AddPath(scene, Stroke::kOffset, {at, end});

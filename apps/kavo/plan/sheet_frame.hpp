@@ -1,4 +1,4 @@
-// What surrounds a drawing on its sheet: frame and grid, title, legend, scale and north.
+// What surrounds a drawing on its sheet: frame and grid, title, scale and north.
 #pragma once
 
 #include "plan/projection.hpp"
@@ -7,21 +7,19 @@
 namespace kavo_app {
 
 /// Where the north arrow stands, in a corner of the frame.
-inline constexpr PaperBox kNorthArrow{kFrame.right - 9.0, kFrame.top, kFrame.right - 3.0,
-                                      kFrame.top + 15.0};
-
-/// The symbol of a role, as the head of the drawing defines it.
-std::string_view SymbolOf(Role role);
-
-/// The class of a stroke, as the style of the drawing has it.
-std::string_view ClassOf(Stroke stroke);
+constexpr PaperBox NorthArrowOn(const Sheet& sheet) {
+  return {sheet.frame.right - 9.0, sheet.frame.top, sheet.frame.right - 3.0,
+          sheet.frame.top + 15.0};
+}
 
 /// Frame, crosses at round coordinates and their values at the edges.
 void DrawGrid(const Scene& scene, const Projection& projection, SvgWriter& svg);
 
-/// Everything below the frame, and the north arrow.
-/// @param heading  the job's title; `remarks` what stands under the scene's title.
-void DrawBlock(const Scene& scene, const Projection& projection, const Enlargement& enlargement,
-               const std::string& heading, const std::vector<std::string>& remarks, SvgWriter& svg);
+/// Below the frame the heading, which is the job's title, the scene's title and remarks.
+void DrawTitle(const Scene& scene, const Sheet& sheet, const std::string& heading,
+               const std::vector<std::string>& remarks, SvgWriter& svg);
+
+/// The scale in figures and as a bar, and the north arrow of a plan.
+void DrawScaleAndNorth(const Scene& scene, const Projection& projection, SvgWriter& svg);
 
 }  // namespace kavo_app

@@ -57,6 +57,13 @@ void SvgWriter::Line(std::string_view className, PaperSpot from, PaperSpot to) {
                  className, from.fromLeft, from.fromTop, to.fromLeft, to.fromTop);
 }
 
+void SvgWriter::Box(std::string_view className, const PaperBox& box) {
+  fmt::format_to(
+      std::back_inserter(out_),
+      "<rect class=\"{}\" x=\"{:.2f}\" y=\"{:.2f}\" width=\"{:.2f}\" height=\"{:.2f}\"/>\n",
+      className, box.left, box.top, box.right - box.left, box.bottom - box.top);
+}
+
 void SvgWriter::Symbol(std::string_view id, PaperSpot at, std::string_view name) {
   const auto title = name.empty() ? std::string() : fmt::format("<title>{}</title>", XmlText(name));
   fmt::format_to(std::back_inserter(out_), R"(<use href="#{}" x="{:.2f}" y="{:.2f}">{}</use>{})",
@@ -64,10 +71,14 @@ void SvgWriter::Symbol(std::string_view id, PaperSpot at, std::string_view name)
 }
 
 void SvgWriter::Text(std::string_view className, PaperSpot at, std::string_view text,
-                     std::string_view attributes) {
+                     std::string_view attributes, std::string_view code) {
+  const auto behind = code.empty() ? std::string()
+                                   : fmt::format(R"(<tspan class="code" dx="{}">{}</tspan>)",
+                                                 kCodeGap, XmlText(code));
   fmt::format_to(std::back_inserter(out_),
-                 "<text class=\"{}\" x=\"{:.2f}\" y=\"{:.2f}\"{}{}>{}</text>\n", className,
-                 at.fromLeft, at.fromTop, attributes.empty() ? "" : " ", attributes, XmlText(text));
+                 "<text class=\"{}\" x=\"{:.2f}\" y=\"{:.2f}\"{}{}>{}{}</text>\n", className,
+                 at.fromLeft, at.fromTop, attributes.empty() ? "" : " ", attributes, XmlText(text),
+                 behind);
 }
 
 }  // namespace kavo_app

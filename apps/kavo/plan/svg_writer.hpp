@@ -21,12 +21,14 @@ class SvgWriter {
   void Close() { out_ += "</g>\n"; }
   void Polyline(std::string_view className, const std::vector<PaperSpot>& vertices);
   void Line(std::string_view className, PaperSpot from, PaperSpot to);
+  void Box(std::string_view className, const PaperBox& box);
   /// A symbol that the head of the drawing defines; a viewer shows its name, if it has one, where
   /// the mouse rests on it.
   void Symbol(std::string_view id, PaperSpot at, std::string_view name = {});
-  /// Text on its base line; `attributes` such as text-anchor or transform.
+  /// Text on its base line; `attributes` such as text-anchor or transform. The code, if any,
+  /// follows it in the style of its own class.
   void Text(std::string_view className, PaperSpot at, std::string_view text,
-            std::string_view attributes = {});
+            std::string_view attributes = {}, std::string_view code = {});
   /// Markup as it stands.
   void Raw(std::string_view markup) { out_ += markup; }
 

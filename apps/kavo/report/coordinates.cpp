@@ -1,20 +1,56 @@
 #include "report/coordinates.hpp"
 
-#include <algorithm>
-#include <map>
+#include "report/place_index.hpp"
 
 namespace kavo_app {
 namespace {
 
-void Insert(std::vector<JobPoint>& points, const JobPoint& point) {
-  if (std::ranges::none_of(points, [&](auto& known) { return Unite(known, point); })) {
-    points.push_back(point);
+// The points that come up, each name once at a place.
+class PointList {
+ public:
+  void Add(const JobPoint& point) {
+    const auto known = index_.Find(point.at.north, point.at.east,
+                                   [&](std::size_t i) { return IsSame(points_[i], point); });
+    if (known) {
+      Unite(points_[*known], point);
+    } else {
+      index_.Add(point.at.north, point.at.east, points_.size());
+      points_.push_back(point);
+    }
   }
+  std::vector<JobPoint> Take() { return std::move(points_); }
+
+ private:
+  static bool IsSame(const JobPoint& one, const JobPoint& other) {
+    return one.at.north == other.at.north && one.at.east == other.at.east && one.name == other.name;
+  }
+
+  // The weightier role counts.
+  static void Unite(JobPoint& known, const JobPoint& other) {
+    known.role = std::max(known.role, other.role);
+    known.good = known.good && other.good;
+    if (known.service.empty()) {
+      known.service = other.service;
+      known.code = other.code;
+    }
+  }
+
+  std::vector<JobPoint> points_;
+  PlaceIndex index_;
+};
+
+// What an output point is: a service that measures a point against a base gives its foot there.
+Role RoleOf(const Service& service, std::size_t output) {
+  if (service.outputs[output].name == "station") {
+    return Role::kStation;
+  }
+  const bool measures = BaseInput(service) != nullptr && FindField(service.inputs, "point");
+  return measures ? Role::kFoot : Role::kComputed;
 }
 
 // The points that the job gives for an input, also within a list, a line or a sight. A text in
 // brackets is the coordinates themselves.
-void AddGiven(const Input& input, bool occupied, std::vector<JobPoint>& points) {
+void AddGiven(const Input& input, bool occupied, PointList& points) {
   for (const auto& part : input.parts) {
     AddGiven(part, occupied, points);
   }
@@ -24,34 +60,47 @@ void AddGiven(const Input& input, bool occupied, std::vector<JobPoint>& points) 
   }
   const bool named = !input.text.starts_with('(');
   const auto role = occupied ? Role::kStation : named ? Role::kControl : Role::kGiven;
-  Insert(points, {named ? input.text : "", *at, role});
+  points.Add({named ? input.text : "", *at, role});
 }
 
 // An earlier result that is used as a station is one from here on.
-void AddUsed(const StepView& step, std::size_t input, std::vector<JobPoint>& points) {
+void AddUsed(const StepView& step, std::size_t input, PointList& points) {
   const auto* at = std::get_if<CoordPt>(&step.Result().inputs[input]);
-  if (at != nullptr && step.GetStep().inputs[input].from) {
+  const auto& from = step.GetStep().inputs[input].from;
+  if (at != nullptr && from) {
     const bool occupied = step.GetStep().service->inputs[input].name == "station";
-    Insert(points,
-           {step.GetStep().inputs[input].text, *at, occupied ? Role::kStation : Role::kComputed});
+    const auto role = RoleOf(*step.SourceOf(input).GetStep().service, from->output);
+    points.Add({step.GetStep().inputs[input].text, *at, occupied ? Role::kStation : role});
   }
 }
 
-void AddComputed(const StepView& step, std::vector<JobPoint>& points) {
+void AddComputed(const StepView& step, PointList& points) {
   const auto& service = *step.GetStep().service;
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
     if (const auto* at = std::get_if<CoordPt>(&step.Result().outputs[i])) {
-      const bool occupied = service.outputs[i].name == "station";
-      Insert(points, {step.PointName(i), *at, occupied ? Role::kStation : Role::kComputed,
-                      step.Result().Good(), service.name, step.GetStep().code});
+      points.Add({step.PointName(i), *at, RoleOf(service, i), step.Result().Good(), service.name,
+                  step.GetStep().code});
     }
   }
+}
+
+void AddAll(const StepView& step, PointList& points) {
+  const auto& service = *step.GetStep().service;
+  for (std::size_t i = 0; i < step.GetStep().inputs.size(); ++i) {
+    AddGiven(step.GetStep().inputs[i], service.inputs[i].name == "station", points);
+    if (step.Result().ran) {
+      AddUsed(step, i, points);
+    }
+  }
+  AddComputed(step, points);
 }
 
 }  // namespace
 
 std::string_view RoleText(Role role) {
   switch (role) {
+    case Role::kFoot:
+      return "foot on a line";
     case Role::kGiven:
       return "given point";
     case Role::kComputed:
@@ -64,45 +113,18 @@ std::string_view RoleText(Role role) {
   return "instrument station";
 }
 
-bool Unite(JobPoint& known, const JobPoint& other) {
-  if (known.at.north != other.at.north || known.at.east != other.at.east ||
-      known.name != other.name) {
-    return false;
-  }
-  known.role = std::max(known.role, other.role);
-  known.good = known.good && other.good;
-  if (known.service.empty()) {
-    known.service = other.service;
-  }
-  return true;
-}
-
 std::vector<JobPoint> PointsOf(const StepView& step) {
-  std::vector<JobPoint> points;
-  const auto& service = *step.GetStep().service;
-  for (std::size_t i = 0; i < step.GetStep().inputs.size(); ++i) {
-    AddGiven(step.GetStep().inputs[i], service.inputs[i].name == "station", points);
-    if (step.Result().ran) {
-      AddUsed(step, i, points);
-    }
-  }
-  AddComputed(step, points);
-  return points;
+  PointList points;
+  AddAll(step, points);
+  return points.Take();
 }
 
 std::vector<JobPoint> AllPoints(const Job& job, const std::vector<Outcome>& outcomes) {
-  std::vector<JobPoint> all;
-  std::multimap<std::string, std::size_t> known;
+  PointList points;
   for (std::size_t i = 0; i < job.steps.size(); ++i) {
-    for (const auto& point : PointsOf({job, outcomes, i})) {
-      const auto [first, last] = known.equal_range(point.name);
-      if (std::none_of(first, last, [&](const auto& at) { return Unite(all[at.second], point); })) {
-        known.emplace(point.name, all.size());
-        all.push_back(point);
-      }
-    }
+    AddAll({job, outcomes, i}, points);
   }
-  return all;
+  return points.Take();
 }
 
 }  // namespace kavo_app

@@ -10,7 +10,9 @@ namespace kavo_app {
 
 /// What a point is in a job; where it is several of these, the last one counts.
 enum class Role {
-  kGiven,     ///< Coordinates written into a step, without a name.
+  kFoot,   ///< Of a measured point, on the line that it is measured against: a place on that line
+           ///< and no point of the survey.
+  kGiven,  ///< Coordinates written into a step, without a name.
   kComputed,  ///< A result.
   kControl,   ///< Known.
   kStation,   ///< Where the instrument stood.
@@ -34,8 +36,5 @@ std::vector<JobPoint> PointsOf(const StepView& step);
 
 /// The points of all steps, each name once, in the order in which they come up.
 std::vector<JobPoint> AllPoints(const Job& job, const std::vector<Outcome>& outcomes);
-
-/// Two points in one: true when `known` is the point `other`; then it has the weightier role.
-bool Unite(JobPoint& known, const JobPoint& other);
 
 }  // namespace kavo_app

@@ -19,6 +19,7 @@ std::string JsonReport(const Job& job, const std::vector<Outcome>& outcomes);
 
 /// The computed points as a list of name, north, east, elevation and description (the
 /// feature code, or the service), with all digits: another job can read it as its control points.
+/// Feet on a line are not among them: they carry the names of steps that measured other points.
 std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes);
 
 /// All points, lines and areas as GeoJSON in grid coordinates, which it says of itself.

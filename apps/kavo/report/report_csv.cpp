@@ -34,7 +34,7 @@ std::string DescriptionOf(const JobPoint& point) {
 std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes) {
   std::string out = "name,north [m],east [m],elevation [m],description\n";
   for (const auto& point : AllPoints(job, outcomes)) {
-    if (!point.service.empty()) {
+    if (!point.service.empty() && point.role != Role::kFoot) {
       fmt::format_to(std::back_inserter(out), "{},{},{},{},{}\n", CsvField(point.name),
                      point.at.north, point.at.east,
                      HasElev(point.at) ? fmt::format("{}", point.at.elev) : "",

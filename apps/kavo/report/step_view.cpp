@@ -20,7 +20,7 @@ StepView StepView::BaseOf(std::string_view name) const {
   if (!index || !GetStep().inputs[*index].from) {
     throw std::logic_error("no such base: " + std::string(name));
   }
-  return {job_, outcomes_, GetStep().inputs[*index].from->step};
+  return SourceOf(*index);
 }
 
 std::string StepView::PointName(std::size_t output) const {

@@ -37,6 +37,10 @@ class StepView {
   }
   /// The step that set the base which an input names.
   StepView BaseOf(std::string_view name) const;
+  /// The step whose result an input is.
+  StepView SourceOf(std::size_t input) const {
+    return {job_, outcomes_, GetStep().inputs[input].from->step};
+  }
   /// Nothing, or that an expected number of the step is out of tolerance, to end a label with.
   std::string_view Flaw() const { return Result().Good() ? "" : ", out of tolerance"; }
   /// The name of an output point: the step's, with the field's where there are several points.

@@ -1,0 +1,42 @@
+// One scene on one sheet.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "plan/sheet_labels.hpp"
+
+namespace kavo_app {
+
+class SheetDrawer {
+ public:
+  /// @param scene  what is drawn; it must outlive this.
+  explicit SheetDrawer(const Scene& scene)
+      : scene_(scene), projection_(scene), enlargement_(scene), labels_(scene, projection_) {}
+  SheetDrawer(const SheetDrawer&) = delete;
+  SheetDrawer& operator=(const SheetDrawer&) = delete;
+
+  const Sheet& Paper() const { return projection_.Paper(); }
+
+  /// Draws all of the sheet; once.
+  /// @param heading  the job's title; `remarks` what stands under the scene's title.
+  void Draw(const std::string& heading, std::vector<std::string> remarks, SvgWriter& svg);
+
+ private:
+  void DrawPaths(SvgWriter& svg);
+  void DrawPath(const ScenePath& path, SvgWriter& svg);
+  void DrawChainages(SvgWriter& svg);
+  void DrawTick(const Chainage& chainage, double along, SvgWriter& svg);
+  void DrawInsets(SvgWriter& svg);
+  void DrawPoints(SvgWriter& svg);
+  void DrawPoint(const ScenePoint& point, SvgWriter& svg);
+  void DrawResiduals(SvgWriter& svg);
+  void DrawDeviations(SvgWriter& svg);
+
+  const Scene& scene_;
+  const Projection projection_;
+  const Enlargement enlargement_;
+  SheetLabels labels_;
+};
+
+}  // namespace kavo_app

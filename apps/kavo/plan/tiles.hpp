@@ -1,0 +1,14 @@
+// A scene that is too full for one sheet, cut into sheets like a map.
+#pragma once
+
+#include <vector>
+
+#include "plan/projection.hpp"
+
+namespace kavo_app {
+
+/// The parts of which each gets a sheet, row by row from the top left; none when there is room for
+/// the labels on one sheet. Parts without points are left out.
+std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection);
+
+}  // namespace kavo_app
