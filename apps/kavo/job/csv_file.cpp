@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <optional>
-#include <string_view>
 
 #include "base/plain_text.hpp"
 
@@ -86,6 +85,8 @@ void RefuseWhatIsNoText(std::string_view line, const Place& place) {
 }
 
 }  // namespace
+
+std::string SeparatorAdvice() { return fmt::format("has semicolons or tabs; {}", kListRule); }
 
 std::vector<CsvRow> ReadCsv(std::istream& file, const std::string& name) {
   CsvParser parser;

@@ -1,11 +1,11 @@
 #include "job/csv_tables.hpp"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <string>
 
+#include "base/near_name.hpp"
 #include "base/plain_text.hpp"
 #include "job/csv_file.hpp"
 
@@ -14,32 +14,39 @@ namespace {
 
 using Columns = std::vector<std::string>;
 
-bool Knows(std::span<const std::string_view> known, std::string_view name) {
-  return std::ranges::find(known, name) != known.end();
+constexpr std::string_view kPoint = "point";
+
+// The columns that there can be. Lists of measured points head their names with `point`.
+std::vector<std::string_view> Known(std::span<const std::string_view> fields) {
+  std::vector<std::string_view> known(fields.begin(), fields.end());
+  if (std::ranges::find(known, kPoint) == known.end()) {
+    known.insert(known.begin(), kPoint);
+  }
+  return known;
 }
 
 void CheckColumn(const std::string& column, const Place& place,
                  std::span<const std::string_view> known) {
-  if (column.find(';') != std::string::npos) {
-    throw UserError(place, "", "the columns stand between commas, not semicolons");
+  if (column.find_first_of(kOtherSeparators) != std::string::npos) {
+    throw UserError(place, "", SeparatorAdvice());
   }
-  if (!Knows(known, std::string_view(column).substr(0, column.find('.')))) {
-    throw UserError(place, Quoted(column),
-                    fmt::format("is no column here; the first line names the columns, and there "
-                                "are {}",
-                                fmt::join(known, ", ")));
+  const auto key = std::string_view(column).substr(0, column.find('.'));
+  if (std::ranges::find(known, key) == known.end()) {
+    throw UserError(place, "heading: " + Quoted(column), UnknownAdvice(key, known));
   }
 }
 
-Columns ColumnsOf(const CsvRow& heading, std::span<const std::string_view> known) {
+Columns ColumnsOf(const CsvRow& heading, std::span<const std::string_view> fields) {
+  const bool pointIsName = std::ranges::find(fields, kPoint) == fields.end();
+  const auto known = Known(fields);
   Columns columns;
-  for (auto column : heading.fields) {
-    if (column == "point" && !Knows(known, column)) {
-      column = "name";
-    }
-    CheckColumn(column, heading.place, known);
+  for (const auto& head : heading.fields) {
+    CheckColumn(head, heading.place, known);
+    auto column = pointIsName && head == kPoint ? "name" : head;
     if (std::ranges::find(columns, column) != columns.end()) {
-      throw UserError(heading.place, column, "heads two columns");
+      throw UserError(heading.place, "heading: " + Quoted(head),
+                      fmt::format("is there twice{}; keep one",
+                                  head == column ? "" : ", as it means the same as name"));
     }
     columns.push_back(std::move(column));
   }
@@ -53,7 +60,10 @@ void Insert(toml::table& table, std::string_view column, const std::string& text
   const auto key = column.substr(0, dot);
   auto* node = table.get(key);
   if (dot == column.npos ? node != nullptr : node != nullptr && !node->is_table()) {
-    throw UserError(place, std::string(key), "is both a column and the table of others");
+    throw UserError(place, "heading: " + Quoted(key),
+                    fmt::format("stands beside columns that are parts of it, such as {}.north; "
+                                "keep either",
+                                key));
   }
   if (dot == column.npos) {
     table.insert(key, text);
@@ -65,13 +75,20 @@ void Insert(toml::table& table, std::string_view column, const std::string& text
   Insert(*node->as_table(), column.substr(dot + 1), text, place);
 }
 
-toml::table TableOf(const CsvRow& row, const Columns& columns) {
-  if (row.fields.size() != columns.size()) {
-    throw UserError(row.place, "",
-                    fmt::format("has {} fields where the heading has {}; is the line whole, and "
-                                "are decimals written with a point?",
-                                row.fields.size(), columns.size()));
+void CheckWidth(const CsvRow& row, std::size_t wanted) {
+  if (row.fields.size() == wanted) {
+    return;
   }
+  if (row.fields.front().find_first_of(kOtherSeparators) != std::string::npos) {
+    throw UserError(row.place, "", SeparatorAdvice());
+  }
+  throw UserError(row.place, "",
+                  fmt::format("has {} fields where the heading has {}; {}; is the line whole?",
+                              row.fields.size(), wanted, kListRule));
+}
+
+toml::table TableOf(const CsvRow& row, const Columns& columns) {
+  CheckWidth(row, columns.size());
   toml::table table;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (!row.fields[i].empty()) {

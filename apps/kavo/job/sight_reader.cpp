@@ -164,8 +164,10 @@ Input ReadSights(const InputReader& inputs, const TomlReader& at, const toml::no
   } else if (!node.is_array()) {
     at.Fail(node, field.name, "write a list of sights, or the name of a CSV file");
   } else {
+    std::size_t number = 0;
     for (const auto& element : at.ArrayOf(node, field.name)) {
-      list.Add(at.Inner(at.TableOf(element, field.name), field.name));
+      const auto label = fmt::format("{}: number {}", field.name, ++number);
+      list.Add(at.Inner(at.TableOf(element, label), label));
     }
   }
   return list.Finish(at, node, field);

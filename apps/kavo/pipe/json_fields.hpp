@@ -52,6 +52,10 @@ class JsonFields {
   const JsonNode& Required(std::string_view name, std::string_view meaning) const;
   /// The finite number under a name; `absent` when there is none.
   double Number(std::string_view name, double absent) const;
+  /// Throws UserError for what stands under a name.
+  [[noreturn]] void FailAt(std::string_view name, const std::string& advice) const {
+    PlaceOf(name).Fail(advice);
+  }
   /// The place of a field, for messages.
   JsonPlace PlaceOf(std::string_view name) const { return {&place_, name, 0}; }
 

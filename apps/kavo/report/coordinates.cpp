@@ -12,8 +12,7 @@ void Insert(std::vector<JobPoint>& points, const JobPoint& point) {
   }
 }
 
-// The points that the job gives for an input, also within a list, a line or a sight. A text in
-// brackets is the coordinates themselves.
+// The points that the job gives for an input, also within a list, a line or a sight.
 void AddGiven(const Input& input, bool occupied, std::vector<JobPoint>& points) {
   for (const auto& part : input.parts) {
     AddGiven(part, occupied, points);
@@ -22,9 +21,8 @@ void AddGiven(const Input& input, bool occupied, std::vector<JobPoint>& points) 
   if (at == nullptr || input.from) {
     return;
   }
-  const bool named = !input.text.starts_with('(');
-  const auto role = occupied ? Role::kStation : named ? Role::kControl : Role::kGiven;
-  Insert(points, {named ? input.text : "", *at, role});
+  const auto role = occupied ? Role::kStation : input.named ? Role::kControl : Role::kGiven;
+  Insert(points, {input.named ? input.text : "", *at, role});
 }
 
 // An earlier result that is used as a station is one from here on.

@@ -206,6 +206,9 @@ std::span<const Service> Services();
 /// The service of that name; null when there is none.
 const Service* FindService(std::string_view name);
 
+/// What is wrong with a name that is no service's, and which was probably meant.
+std::string NoServiceAdvice(std::string_view name);
+
 /// What is wrong with the choice among a service's inputs of which exactly one is needed; empty
 /// when nothing is.
 std::string ChoiceTrouble(const Service& service, const std::vector<bool>& given);
