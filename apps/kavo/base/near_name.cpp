@@ -67,10 +67,16 @@ std::string_view NearName(std::string_view text, std::span<const std::string_vie
 std::string UnknownAdvice(std::string_view name, std::span<const std::string_view> known) {
   const auto near = NearName(name, known);
   if (!near.empty() && Lower(near) == Lower(name)) {
-    return fmt::format("is not known here; write {}", near);
+    return MisspeltAdvice(name, near);
   }
   const auto meant = near.empty() ? "" : fmt::format("perhaps {} is meant; ", near);
   return fmt::format("is not known here; {}there are {}", meant, fmt::join(known, ", "));
+}
+
+std::string MisspeltAdvice(std::string_view name, std::string_view missing) {
+  return NearName(name, {&missing, 1}).empty()
+             ? ""
+             : fmt::format("is not known here; write {}", missing);
 }
 
 }  // namespace kavo_app

@@ -14,4 +14,8 @@ std::string_view NearName(std::string_view text, std::span<const std::string_vie
 /// What is wrong with a name that is not among the known ones, and which were right.
 std::string UnknownAdvice(std::string_view name, std::span<const std::string_view> known);
 
+/// What is wrong with a name when another one is missing and was probably meant by it; empty when
+/// it was not.
+std::string MisspeltAdvice(std::string_view name, std::string_view missing);
+
 }  // namespace kavo_app

@@ -41,11 +41,16 @@ void CheckFields(const CsvRow& row) {
   if (fields[0].empty()) {
     throw UserError(row.place, "", "the point has no name; give it one, in the first column");
   }
-  if (fields.size() < 3 || fields.size() > 5) {
-    throw UserError(row.place, "point " + Shown(fields[0]),
-                    fmt::format("has {} fields, not name, north, east, elevation and description; "
-                                "{}; text with commas stands in quotation marks",
-                                fields.size(), kListRule));
+  const auto label = "point " + Shown(fields[0]);
+  if (fields.size() < 3) {
+    throw UserError(row.place, label,
+                    fmt::format("has fewer columns than name, north and east; {}", kListRule));
+  }
+  if (fields.size() > 5) {
+    throw UserError(row.place, label,
+                    fmt::format("has more columns than name, north, east, elevation and "
+                                "description; {}; text with commas stands in quotation marks",
+                                kListRule));
   }
   if (MayBeDecimalCommas(fields)) {
     throw UserError(

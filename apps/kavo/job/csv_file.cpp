@@ -3,9 +3,10 @@
 #include <csv.h>
 #include <fmt/format.h>
 
-#include <fstream>
+#include <istream>
 #include <optional>
 
+#include "base/input_file.hpp"
 #include "base/plain_text.hpp"
 
 namespace kavo_app {
@@ -113,10 +114,7 @@ std::vector<CsvRow> ReadCsv(std::istream& file, const std::string& name) {
 }
 
 std::vector<CsvRow> ReadCsv(const std::filesystem::path& path, const std::string& what) {
-  std::ifstream file(path);
-  if (!file || std::filesystem::is_directory(path)) {
-    throw UserError({path.string(), 0}, "", "cannot be read; give " + what);
-  }
+  auto file = OpenInput(path, what);
   return ReadCsv(file, path.string());
 }
 

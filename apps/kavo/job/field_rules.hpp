@@ -1,5 +1,5 @@
-// What a point and a line are made of. The fields of one come from a job or from a request; both
-// readers have Find, Number, Required and FailAt.
+// What points, lines and faces are, whether a job or a request has them: the readers of both have
+// Find, Number, Required and FailAt.
 #pragma once
 
 #include <array>
@@ -42,6 +42,16 @@ decltype(LineDef::mode) ReadLineMode(const Fields& fields) {
     fields.FailAt("azimuth", "give either this or to");
   }
   return LINE_MODE_DIRECTION;
+}
+
+/// True for a face of 2, false for 1 or none.
+template <class Fields>
+bool ReadFace2(const Fields& fields) {
+  const double face = fields.Number("face", 1.0);
+  if (face != 1.0 && face != 2.0) {
+    fields.FailAt("face", "write 1 or 2");
+  }
+  return face == 2.0;
 }
 
 }  // namespace kavo_app

@@ -1,10 +1,10 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <fstream>
 #include <iterator>
 #include <string>
 
+#include "base/input_file.hpp"
 #include "base/plain_text.hpp"
 #include "job/control_points.hpp"
 #include "job/field_rules.hpp"
@@ -24,10 +24,7 @@ constexpr std::array<std::string_view, 7> kJobKeys = {"title",  "source",  "angl
 constexpr std::size_t kMostOfComplaint = 200;
 
 toml::table ParseToml(const std::filesystem::path& path) {
-  std::ifstream file(path);
-  if (!file || std::filesystem::is_directory(path)) {
-    throw UserError({path.string(), 0}, "", "cannot be read; give a job file");
-  }
+  auto file = OpenInput(path, "a job file");
   // Read whole first: the parser would seek, which it cannot in what is piped in.
   const std::string text(std::istreambuf_iterator<char>(file), {});
   try {

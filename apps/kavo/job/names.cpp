@@ -73,6 +73,9 @@ std::optional<ResultRef> Names::FindResult(std::string_view text, const Field& w
 std::string Names::NoResultAdvice(std::string_view text, const Field& wanted) const {
   const bool marked = text.starts_with('@');
   const auto reference = text.substr(marked ? 1 : 0);
+  if (!marked && HasSign(wanted) && FindResult(reference, wanted)) {
+    return fmt::format("the result of a step has an @ before it; write \"@{}\"", Shown(reference));
+  }
   const auto [step, name, field] = StepOf(reference);
   if (step != nullptr) {
     const auto results = FittingResults(name, *step->service, wanted);
@@ -82,7 +85,7 @@ std::string Names::NoResultAdvice(std::string_view text, const Field& wanted) co
                : fmt::format("{} is no result that fits; write {}", Quoted(text), results);
   }
   if (marked && !HasSign(wanted) && FindPoint(reference) != nullptr) {
-    return fmt::format("points are written without @; write {}", Quoted(reference));
+    return fmt::format("a point has no @ before it; write {}", Quoted(reference));
   }
   if (known_.empty()) {
     return fmt::format(

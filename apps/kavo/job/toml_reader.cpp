@@ -76,15 +76,18 @@ double TomlReader::NumberOf(const toml::node& node, std::string_view field) cons
 const toml::table& TomlReader::TableOf(const toml::node& node, std::string_view field) const {
   if (!node.is_table()) {
     Fail(node, field,
-         FromRow(node.source()) ? "give its parts in columns of their own"
-                                : "write a table: { name = value, ... }");
+         FromRow(node.source())
+             ? fmt::format("is no column; its parts are, such as {}.north", field)
+             : "write a table: { name = value, ... }");
   }
   return *node.as_table();
 }
 
 const toml::array& TomlReader::ArrayOf(const toml::node& node, std::string_view field) const {
   if (!node.is_array()) {
-    Fail(node, field, "write a list: [ ..., ... ]");
+    Fail(node, field,
+         FromRow(node.source()) ? "a row has no room for a list; give it in the step"
+                                : "write a list: [ ..., ... ]");
   }
   return *node.as_array();
 }
@@ -106,9 +109,8 @@ void TomlReader::Only(std::span<const std::string_view> known) const {
 
 void TomlReader::RefuseMisspelt(std::string_view wanted) const {
   for (const auto& [key, node] : table_) {
-    if (!NearName(key.str(), {&wanted, 1}).empty()) {
-      throw UserError(PlaceOf(key.source()), Labelled(Shown(key.str())),
-                      fmt::format("is not known here; write {}", wanted));
+    if (const auto advice = MisspeltAdvice(key.str(), wanted); !advice.empty()) {
+      throw UserError(PlaceOf(key.source()), Labelled(Shown(key.str())), advice);
     }
   }
 }

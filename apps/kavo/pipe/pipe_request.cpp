@@ -48,8 +48,8 @@ std::string_view Complaint(simdjson::error_code error) {
 void RefuseMisspelt(const simdjson::dom::object& object, const JsonPlace& place,
                     std::string_view wanted) {
   for (const auto& [key, node] : object) {
-    if (!NearName(key, {&wanted, 1}).empty()) {
-      JsonPlace{&place, key, 0}.Fail(fmt::format("is not known here; write {}", wanted));
+    if (const auto advice = MisspeltAdvice(key, wanted); !advice.empty()) {
+      JsonPlace{&place, key, 0}.Fail(advice);
     }
   }
 }
