@@ -16,13 +16,13 @@ using Columns = std::vector<std::string>;
 
 constexpr std::string_view kPoint = "point";
 
-// The columns that there can be. Lists of measured points head their names with `point`.
-std::vector<std::string_view> Known(std::span<const std::string_view> fields) {
-  std::vector<std::string_view> known(fields.begin(), fields.end());
-  if (std::ranges::find(known, kPoint) == known.end()) {
-    known.insert(known.begin(), kPoint);
-  }
-  return known;
+bool Holds(std::span<const std::string_view> keys, std::string_view key) {
+  return std::ranges::find(keys, key) != keys.end();
+}
+
+// Lists of measured points head their names with `point`.
+bool IsName(std::string_view column, std::span<const std::string_view> known) {
+  return column == "point" && !Holds(known, column);
 }
 
 void CheckColumn(const std::string& column, const Place& place,
@@ -31,48 +31,52 @@ void CheckColumn(const std::string& column, const Place& place,
     throw UserError(place, "", SeparatorAdvice());
   }
   const auto key = std::string_view(column).substr(0, column.find('.'));
-  if (std::ranges::find(known, key) == known.end()) {
-    throw UserError(place, "heading: " + Quoted(column), UnknownAdvice(key, known));
+  if (!Holds(known, key) && !IsName(column, known)) {
+    std::vector<std::string_view> all(known.begin(), known.end());
+    if (!Holds(known, "point")) {
+      all.insert(all.begin(), "point");
+    }
+    throw UserError(place, "heading: " + Quoted(column), UnknownAdvice(key, all));
   }
 }
 
-Columns ColumnsOf(const CsvRow& heading, std::span<const std::string_view> fields) {
-  const bool pointIsName = std::ranges::find(fields, kPoint) == fields.end();
-  const auto known = Known(fields);
-  Columns columns;
-  for (const auto& head : heading.fields) {
-    CheckColumn(head, heading.place, known);
-    auto column = pointIsName && head == kPoint ? "name" : head;
-    if (std::ranges::find(columns, column) != columns.end()) {
-      throw UserError(heading.place, "heading: " + Quoted(head),
+// A column stands once, and not beside those that are parts of it.
+void CheckApart(const Columns& columns, const Place& place) {
+  for (const auto& column : columns) {
+    if (std::ranges::count(columns, column) > 1) {
+      throw UserError(place, "heading: " + Quoted(column),
                       fmt::format("is there twice{}; keep one",
-                                  head == column ? "" : ", as it means the same as name"));
+                                  column == "name" ? ", maybe once as point" : ""));
     }
-    columns.push_back(std::move(column));
+    const auto part = std::ranges::find_if(
+        columns, [&](const auto& other) { return other.starts_with(column + '.'); });
+    if (part != columns.end()) {
+      throw UserError(place, "heading: " + Quoted(column),
+                      fmt::format("stands beside {}, which is a part of it; keep either", *part));
+    }
   }
+}
+
+Columns ColumnsOf(const CsvRow& heading, std::span<const std::string_view> known) {
+  Columns columns;
+  for (const auto& column : heading.fields) {
+    CheckColumn(column, heading.place, known);
+    columns.push_back(IsName(column, known) ? "name" : column);
+  }
+  CheckApart(columns, heading.place);
   return columns;
 }
 
 // Puts the text at "a.b.c" into table c of table b of table a.
-void Insert(toml::table& table, std::string_view column, const std::string& text,
-            const Place& place) {
+void Insert(toml::table& table, std::string_view column, const std::string& text) {
   const auto dot = column.find('.');
   const auto key = column.substr(0, dot);
-  auto* node = table.get(key);
-  if (dot == column.npos ? node != nullptr : node != nullptr && !node->is_table()) {
-    throw UserError(place, "heading: " + Quoted(key),
-                    fmt::format("stands beside columns that are parts of it, such as {}.north; "
-                                "keep either",
-                                key));
-  }
   if (dot == column.npos) {
     table.insert(key, text);
     return;
   }
-  if (node == nullptr) {
-    node = &table.insert(key, toml::table()).first->second;
-  }
-  Insert(*node->as_table(), column.substr(dot + 1), text, place);
+  auto* inner = table.insert(key, toml::table()).first->second.as_table();
+  Insert(*inner, column.substr(dot + 1), text);
 }
 
 void CheckWidth(const CsvRow& row, std::size_t wanted) {
@@ -92,7 +96,7 @@ toml::table TableOf(const CsvRow& row, const Columns& columns) {
   toml::table table;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (!row.fields[i].empty()) {
-      Insert(table, columns[i], row.fields[i], row.place);
+      Insert(table, columns[i], row.fields[i]);
     }
   }
   return table;

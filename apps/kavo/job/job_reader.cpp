@@ -1,10 +1,8 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <iterator>
 #include <string>
 
-#include "base/input_file.hpp"
 #include "base/plain_text.hpp"
 #include "job/control_points.hpp"
 #include "job/field_rules.hpp"
@@ -12,6 +10,7 @@
 #include "job/job_settings.hpp"
 #include "job/names.hpp"
 #include "job/step_reader.hpp"
+#include "job/toml_file.hpp"
 #include "job/toml_reader.hpp"
 
 namespace kavo_app {
@@ -20,30 +19,21 @@ namespace {
 constexpr std::array<std::string_view, 7> kJobKeys = {"title",  "source",  "angles", "settings",
                                                       "points", "control", "step"};
 
-// The parser may quote the file at any length.
-constexpr std::size_t kMostOfComplaint = 200;
-
-toml::table ParseToml(const std::filesystem::path& path) {
-  auto file = OpenInput(path, "a job file");
-  // Read whole first: the parser would seek, which it cannot in what is piped in.
-  const std::string text(std::istreambuf_iterator<char>(file), {});
-  try {
-    return toml::parse(text, path.string());
-  } catch (const toml::parse_error& error) {
-    const auto complaint = Shown(error.description(), kMostOfComplaint);
-    const bool twice = complaint.find("redefine") != std::string::npos;
-    throw UserError({path.string(), error.source().begin.line}, "",
-                    fmt::format("is not valid TOML: {}; {}", complaint,
-                                twice ? "give each name and each key once"
-                                      : "text and DMS angles stand in quotation marks, decimals "
-                                        "have a point"));
+// A name with a dot is one of a table within a table, but in quotation marks.
+void RefuseDottedName(const TomlReader& fields, const toml::table& point, const std::string& name) {
+  for (const auto& [key, value] : point) {
+    if (value.is_table()) {
+      fields.Fail(value, Shown(key.str()),
+                  fmt::format("a name with a dot stands in quotation marks: \"{}.{}\"", Shown(name),
+                              Shown(key.str())));
+    }
   }
 }
 
 class JobReader {
  public:
   explicit JobReader(const std::filesystem::path& path)
-      : path_(path), table_(ParseToml(path)), top_(table_, path.string(), "") {}
+      : path_(path), table_(ReadToml(path)), top_(table_, path.string(), "") {}
 
   Job Read() {
     top_.Only(kJobKeys);
@@ -80,7 +70,9 @@ class JobReader {
     for (const auto& [key, point] : top_.TableOf(*node, "points")) {
       const std::string name(key.str());
       const auto label = "points." + Shown(name);
-      const auto fields = top_.Inner(top_.TableOf(point, label), label);
+      const auto& table = top_.TableOf(point, label);
+      const auto fields = top_.Inner(table, label);
+      RefuseDottedName(fields, table, name);
       fields.Only(kPointKeys);
       if (name.empty()) {
         top_.Fail(point, "points", "a point has no name; give it one");
