@@ -21,11 +21,15 @@ namespace {
                   fmt::format("cannot be written: {}{}", std::strerror(error), more));
 }
 
-// The file that a link leads to is the one to replace.
+// The file that a link leads to is the one to replace; it may not be there yet.
 std::string Resolved(const std::string& path) {
+  constexpr int kMostLinks = 40;  // as many as the system follows
   std::error_code failed;
-  const auto resolved = std::filesystem::weakly_canonical(path, failed);
-  return failed ? path : resolved.string();
+  std::filesystem::path file = path;
+  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(file, failed); ++i) {
+    file = file.parent_path() / std::filesystem::read_symlink(file, failed);
+  }
+  return file.string();
 }
 
 bool IsReplaceable(const std::string& path) {
@@ -66,13 +70,14 @@ int WriteAside(const std::string& aside, const std::string& path, std::string_vi
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path, std::string_view content)
-    : given_(path), path_(Resolved(path)) {
-  const bool aside = IsReplaceable(path_);
+    : given_(path), path_(path) {
+  const bool aside = IsReplaceable(path);
   if (aside) {
+    path_ = Resolved(path);
     aside_ = fmt::format("{}.{}.part", path_, getpid());
   }
-  const int error =
-      aside ? WriteAside(aside_, path_, content) : WriteWhole(path_, "w", std::nullopt, content);
+  const int error = aside ? WriteAside(aside_, path_, content)
+                          : WriteWhole(path_, "w", std::nullopt, content);
   if (error != 0) {
     if (aside) {
       std::remove(aside_.c_str());

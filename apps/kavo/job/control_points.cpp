@@ -54,7 +54,7 @@ void CheckFields(const CsvRow& row) {
   }
   if (MayBeDecimalCommas(fields)) {
     throw UserError(
-        row.place, "point " + Shown(fields[0]),
+        row.place, label,
         fmt::format("its numbers may be cut at decimal commas; {}, such as 1234.0", kListRule));
   }
 }
@@ -92,7 +92,7 @@ bool MayBeNorth(std::string_view column) {
 // The columns go by their place; a heading that says otherwise tells of exchanged coordinates.
 void CheckHeading(const CsvRow& heading) {
   if (MayBeNorth(heading.fields[2]) && !MayBeNorth(heading.fields[1])) {
-    throw UserError(heading.place, Quoted(heading.fields[2]),
+    throw UserError(heading.place, "heading: " + Quoted(heading.fields[2]),
                     "stands third; a list has name, north, east, elevation and description, in "
                     "this order");
   }

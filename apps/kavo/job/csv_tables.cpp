@@ -14,8 +14,6 @@ namespace {
 
 using Columns = std::vector<std::string>;
 
-constexpr std::string_view kPoint = "point";
-
 bool Holds(std::span<const std::string_view> keys, std::string_view key) {
   return std::ranges::find(keys, key) != keys.end();
 }
