@@ -95,13 +95,13 @@ class JobReader {
   }
 
   void ReadSteps() {
-    const auto* node = top_.Find("step");
-    if (node == nullptr) {
-      top_.FailMissing("step", "a job has at least one [[step]]");
-    }
+    constexpr std::string_view kRule = "a job has at least one [[step]]";
     StepReader steps(job_, names_);
-    for (const auto& element : top_.ArrayOf(*node, "step")) {
+    for (const auto& element : top_.ArrayOf(top_.Required("step", kRule), "step")) {
       steps.Read(top_.TableOf(element, "step"));
+    }
+    if (job_.steps.empty()) {
+      top_.FailMissing("step", std::string(kRule));
     }
   }
 

@@ -75,6 +75,9 @@ void StepReader::Read(const toml::table& table) {
   step.Only(KnownStepKeys(service));
   AddSteps(step, service, table, group);
   const auto added = std::span(job_.steps).subspan(group);
+  if (added.empty()) {
+    step.FailAt("each", "has no rows; give one at least");
+  }
   RefuseIdleTolerance(step, service, std::ranges::any_of(added, Expects));
 }
 

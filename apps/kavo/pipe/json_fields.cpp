@@ -43,10 +43,11 @@ simdjson::dom::array JsonList(const JsonNode& node, const JsonPlace& place) {
   return list;
 }
 
-simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place) {
+simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place,
+                                 std::string_view form) {
   simdjson::dom::object object;
   if (node.get(object) != simdjson::SUCCESS) {
-    place.Fail(R"(write an object: {"name": value, ...})");
+    place.Fail(fmt::format("write an object: {}", form));
   }
   return object;
 }

@@ -32,7 +32,8 @@ struct JsonPlace {
 std::string_view JsonText(const JsonNode& node, const JsonPlace& place);
 double JsonNumber(const JsonNode& node, const JsonPlace& place);
 simdjson::dom::array JsonList(const JsonNode& node, const JsonPlace& place);
-simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place);
+simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place,
+                                 std::string_view form = R"({"name": value, ...})");
 
 /// The fields of one object. A field that is null counts as absent.
 class JsonFields {

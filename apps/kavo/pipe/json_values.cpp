@@ -19,7 +19,8 @@ IntAngle AngleOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place)
 }
 
 CoordPt PointOf(const JsonNode& node, const JsonPlace& place) {
-  return ReadPointFields(JsonFields(JsonObject(node, place), place, kPointKeys));
+  constexpr std::string_view kForm = R"({"north": ..., "east": ..., "elev": ...})";
+  return ReadPointFields(JsonFields(JsonObject(node, place, kForm), place, kPointKeys));
 }
 
 LineDef LineOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
