@@ -39,13 +39,16 @@ Input InputReader::Read(const TomlReader& step, const Field& field) const {
   return {};
 }
 
-void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
+void InputReader::ReadTolerances(const TomlReader& step, Step& out) const {
   if (step.Find("tolerance") != nullptr) {
     out.tolerance = step.Number("tolerance", 0.0);
   }
   if (const auto* node = step.Find("angle-tolerance")) {
     out.angleTolerance = AngleOf(step, *node, "angle-tolerance");
   }
+}
+
+void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
   const auto* node = step.Find("expect");
   if (node == nullptr) {
     return;
@@ -54,19 +57,24 @@ void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
   const auto onlyPoint = OnlyOutput(*out.service, kAnyPoint);
   expect.Only(ExpectableNames(*out.service));
   for (std::size_t i = 0; i < out.service->outputs.size(); ++i) {
-    const Field& field = out.service->outputs[i];
     if (i == onlyPoint) {
       ReadExpectedPoint(expect, i, out);
-    } else if (const auto* value = expect.Find(field.name)) {
-      if (field.kind == Kind::kPoint) {
-        const auto point = expect.Inner(expect.TableOf(*value, field.name), field.name);
-        point.Only(kPointKeys);
-        ReadExpectedPoint(point, i, out);
-      } else {
-        out.expected.push_back({i, "", Literal(expect, *value, field.name, field.kind)});
-      }
+    } else if (const auto* value = expect.Find(out.service->outputs[i].name)) {
+      ReadExpected(expect, *value, i, out);
     }
   }
+}
+
+void InputReader::ReadExpected(const TomlReader& expect, const toml::node& value,
+                               std::size_t output, Step& out) const {
+  const Field& field = out.service->outputs[output];
+  if (field.kind != Kind::kPoint) {
+    out.expected.push_back({output, "", Literal(expect, value, field.name, field.kind)});
+    return;
+  }
+  const auto point = expect.Inner(expect.TableOf(value, field.name), field.name);
+  point.Only(kPointKeys);
+  ReadExpectedPoint(point, output, out);
 }
 
 void InputReader::ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out) {

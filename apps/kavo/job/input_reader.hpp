@@ -26,7 +26,9 @@ class InputReader {
   /// The folder of the files that a step names.
   const std::filesystem::path& Folder() const { return folder_; }
 
-  /// Reads what a step expects of its outputs, with its tolerances.
+  /// Reads how far a step's results may be off what it expects.
+  void ReadTolerances(const TomlReader& step, Step& out) const;
+  /// Reads what a step expects of its outputs.
   void ReadExpectations(const TomlReader& step, Step& out) const;
 
  private:
@@ -37,6 +39,8 @@ class InputReader {
   Input ReadScalar(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
                    std::string_view name) const;
+  void ReadExpected(const TomlReader& expect, const toml::node& value, std::size_t output,
+                    Step& out) const;
   static void ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out);
   // True for text that is the number or angle itself.
   bool IsLiteral(std::string_view text, Kind kind) const;

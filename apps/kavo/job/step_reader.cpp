@@ -138,6 +138,7 @@ void StepReader::ReadInputs(const TomlReader& reader, Step& step) {
   if (const auto trouble = ChoiceTrouble(*step.service, Given(step.inputs)); !trouble.empty()) {
     reader.FailHere(step.service->name, trouble);
   }
+  inputs.ReadTolerances(reader, step);
   inputs.ReadExpectations(reader, step);
 }
 
