@@ -143,22 +143,22 @@ class Runner {
     return comparison;
   }
 
-  static Value Component(const Value& output, std::string_view component) {
-    const auto* point = std::get_if<CoordPt>(&output);
-    if (point == nullptr) {
-      return output;
-    }
-    if (component == "elev") {
-      return HasElev(*point) ? Value{point->elev} : Value{};
-    }
-    return component == "north" ? point->north : point->east;
-  }
-
   const Job& job_;
   std::vector<Outcome> outcomes_;
 };
 
 }  // namespace
+
+Value Component(const Value& output, std::string_view component) {
+  const auto* point = std::get_if<CoordPt>(&output);
+  if (point == nullptr) {
+    return output;
+  }
+  if (component == "elev") {
+    return HasElev(*point) ? Value{point->elev} : Value{};
+  }
+  return component == "north" ? point->north : point->east;
+}
 
 bool Outcome::Good() const {
   return success && passed && std::ranges::all_of(comparisons, [](const auto& comparison) {

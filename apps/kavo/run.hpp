@@ -19,6 +19,10 @@ struct Comparison {
   std::optional<bool> within;  ///< Whether it is in the step's tolerance, if there is one.
 };
 
+/// A number of an output: of a point the component of that name, otherwise the output itself. No
+/// value when there is none.
+Value Component(const Value& output, std::string_view component);
+
 /// What became of a step.
 struct Outcome {
   bool ran = false;

@@ -5,7 +5,6 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
-#include "report/text_page.hpp"
 
 namespace kavo_app {
 namespace {

@@ -8,6 +8,9 @@
 
 namespace kavo_app {
 
+/// Stands where there is no number.
+inline constexpr const char* kNone = "-";
+
 /// Four decimals, a tenth of a millimetre. Nothing has no sign, here and in the others.
 std::string NumberText(double number);
 

@@ -82,6 +82,16 @@ std::size_t CharacterBytes(std::string_view text) {
   return std::ranges::all_of(rest, ContinuesSequence) ? form->bytes : 0;
 }
 
+std::string AsUtf8(std::string_view text) {
+  std::string out;
+  while (!text.empty()) {
+    const auto bytes = CharacterBytes(text);
+    out += bytes == 0 ? "\uFFFD" : text.substr(0, bytes);
+    text.remove_prefix(std::max<std::size_t>(bytes, 1));
+  }
+  return out;
+}
+
 std::size_t Columns(std::string_view text) {
   return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, ContinuesSequence));
 }

@@ -34,6 +34,9 @@ std::string Joined(const std::string& first, const std::string& second);
 /// none. Surrogates and characters beyond the last one are none.
 std::size_t CharacterBytes(std::string_view text);
 
+/// The text, with U+FFFD for each byte that is no part of a UTF-8 character.
+std::string AsUtf8(std::string_view text);
+
 /// How many columns UTF-8 text takes.
 std::size_t Columns(std::string_view text);
 

@@ -1,10 +1,12 @@
 // A job: what a job file says, checked and ready to run.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/angle_text.hpp"
@@ -28,10 +30,13 @@ struct Input {
   bool named = false;             ///< The text is a name, not the value itself.
 };
 
+/// What the numbers of a point are called.
+inline constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
+
 /// A published or otherwise known value of one number of the outputs.
 struct Expectation {
   std::size_t output;
-  std::string component;  ///< "north", "east" or "elev" of a point; empty for other kinds.
+  std::string component;  ///< Of a point; empty for other kinds.
   Value value;
 };
 

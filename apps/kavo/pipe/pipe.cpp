@@ -129,7 +129,7 @@ class Filter {
       line.remove_prefix(kByteOrderMark.size());
     }
     if (tooLong_) {
-      LineAnswerer::Refuse("the line is longer than 8 MiB", number_, answers_);
+      answerer_.Refuse("the line is longer than 8 MiB", number_, answers_);
       ++failed_;
     } else if (!answerer_.Answer(line, number_, answers_)) {
       ++failed_;

@@ -11,69 +11,37 @@
 namespace kavo_app {
 namespace {
 
-void AppendId(std::string& out, std::string_view id) {
+void WriteId(ObjectWriter& answer, std::string_view id) {
   if (!id.empty()) {
-    out += R"("id":)";
-    out += id;
-    out += ',';
+    answer.Key("id").Verbatim(id);
   }
 }
 
-void AppendStatus(std::string& out, const Outcome& outcome) {
-  fmt::format_to(std::back_inserter(out), R"("status":{})", outcome.status);
-  if (!outcome.statusName.empty()) {
-    fmt::format_to(std::back_inserter(out), R"(,"statusName":"{}")", outcome.statusName);
+void WriteResult(JsonWriter json, std::string_view id, const Request& request,
+                 const Outcome& outcome) {
+  auto answer = json.Object();
+  WriteId(answer, id);
+  WriteJsonStatus(answer, outcome);
+  answer.Key("meaning").Text(outcome.sentence);
+  if (!outcome.passed) {
+    answer.Key("passed").Boolean(false);
   }
-}
-
-void AppendWarning(std::string& out, const Outcome& outcome) {
-  if (!outcome.warning.empty()) {
-    out += R"(,"warning":)";
-    AppendJsonText(out, outcome.warning);
-  }
+  answer.OptionalText("note", outcome.note);
+  answer.OptionalText("warning", outcome.warning);
+  WriteJsonOutputs(answer.Key("outputs"), *request.service, outcome, request.angles);
 }
 
 // What is wrong; with the export's status when it was the export that found it.
-void AppendError(std::string& out, std::string_view id, std::string_view complaint,
-                 std::size_t number, const Outcome* outcome = nullptr) {
-  out += '{';
-  AppendId(out, id);
-  out += R"("error":)";
-  AppendJsonText(out, complaint);
-  fmt::format_to(std::back_inserter(out), R"(,"line":{})", number);
+void WriteError(JsonWriter json, std::string_view id, std::string_view complaint,
+                std::size_t number, const Outcome* outcome = nullptr) {
+  auto answer = json.Object();
+  WriteId(answer, id);
+  answer.Key("error").Text(complaint);
+  answer.Key("line").Integer(static_cast<std::int64_t>(number));
   if (outcome != nullptr) {
-    out += ',';
-    AppendStatus(out, *outcome);
-    AppendWarning(out, *outcome);
+    WriteJsonStatus(answer, *outcome);
+    answer.OptionalText("warning", outcome->warning);
   }
-  out += "}\n";
-}
-
-void AppendResult(std::string& out, std::string_view id, const Request& request,
-                  const Outcome& outcome) {
-  out += '{';
-  AppendId(out, id);
-  AppendStatus(out, outcome);
-  out += R"(,"meaning":)";
-  AppendJsonText(out, outcome.sentence);
-  out += outcome.passed ? "" : R"(,"passed":false)";
-  if (!outcome.note.empty()) {
-    out += R"(,"note":)";
-    AppendJsonText(out, outcome.note);
-  }
-  AppendWarning(out, outcome);
-  out += R"(,"outputs":{)";
-  for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {
-    const Field& field = request.service->outputs[i];
-    if (field.kind == Kind::kFigure) {
-      continue;  // the request says all of it
-    }
-    out += out.back() == '{' ? "" : ",";
-    AppendJsonText(out, field.name);
-    out += ':';
-    AppendJsonValue(out, outcome.outputs[i], request.angles);
-  }
-  out += "}}\n";
 }
 
 // Sets the base that the request asks for, if it does; the outcome of the set when it fails.
@@ -111,23 +79,35 @@ Outcome OutcomeOf(Request& request) {
 }  // namespace
 
 bool LineAnswerer::Answer(std::string_view line, std::size_t number, std::string& out) {
+  const bool good = WriteAnswer(answer_.Start(), line, number);
+  AppendAnswer(out);
+  return good;
+}
+
+void LineAnswerer::Refuse(std::string_view complaint, std::size_t number, std::string& out) {
+  WriteError(answer_.Start(), {}, complaint, number);
+  AppendAnswer(out);
+}
+
+void LineAnswerer::AppendAnswer(std::string& out) const {
+  out += answer_.Text();
+  out += '\n';
+}
+
+bool LineAnswerer::WriteAnswer(JsonWriter json, std::string_view line, std::size_t number) {
   try {
     auto request = reader_.Read(line, id_);
     const auto outcome = OutcomeOf(request);
     if (outcome.success) {
-      AppendResult(out, id_, request, outcome);
+      WriteResult(json, id_, request, outcome);
     } else {
-      AppendError(out, id_, outcome.sentence, number, &outcome);
+      WriteError(json, id_, outcome.sentence, number, &outcome);
     }
     return outcome.Good();
   } catch (const UserError& error) {
-    AppendError(out, id_, error.complaint, number);
+    WriteError(json, id_, error.complaint, number);
     return false;
   }
-}
-
-void LineAnswerer::Refuse(std::string_view complaint, std::size_t number, std::string& out) {
-  AppendError(out, {}, complaint, number);
 }
 
 }  // namespace kavo_app

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/json_writer.hpp"
 #include "pipe/pipe_request.hpp"
 
 namespace kavo_app {
@@ -19,10 +20,15 @@ class LineAnswerer {
   bool Answer(std::string_view line, std::size_t number, std::string& out);
 
   /// Appends an answer that says what is wrong with a line that was not read.
-  static void Refuse(std::string_view complaint, std::size_t number, std::string& out);
+  void Refuse(std::string_view complaint, std::size_t number, std::string& out);
 
  private:
+  bool WriteAnswer(JsonWriter json, std::string_view line, std::size_t number);
+
+  void AppendAnswer(std::string& out) const;
+
   RequestReader reader_;
+  JsonDocument answer_;
   std::string id_;
 };
 

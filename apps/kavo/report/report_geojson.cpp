@@ -1,6 +1,9 @@
-#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
 
 #include "base/geometry.hpp"
+#include "base/json_writer.hpp"
+#include "base/plain_text.hpp"
 #include "plan/scene.hpp"
 #include "report/coordinates.hpp"
 #include "report/report.hpp"
@@ -8,66 +11,103 @@
 namespace kavo_app {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json Feature(const char* type, Json coordinates, Json properties) {
-  return {{"type", "Feature"},
-          {"geometry", {{"type", type}, {"coordinates", std::move(coordinates)}}},
-          {"properties", std::move(properties)}};
+void WritePosition(JsonWriter json, double east, double north,
+                   std::optional<double> elev = std::nullopt) {
+  auto position = json.Array();
+  position.Next().Number(east);
+  position.Next().Number(north);
+  if (elev) {
+    position.Next().Number(*elev);
+  }
 }
 
-Json PointFeature(const JobPoint& point) {
-  Json coordinates = {point.at.east, point.at.north};
-  if (HasElev(point.at)) {
-    coordinates.push_back(point.at.elev);
-  }
-  Json properties{{"name", point.name}, {"role", RoleText(point.role)}};
-  if (!point.service.empty()) {
-    properties["service"] = point.service;
-    properties["good"] = point.good;
-    properties["code"] = point.code;
-  }
-  return Feature("Point", std::move(coordinates), std::move(properties));
-}
-
-Json Vertices(const ScenePath& path) {
-  Json vertices = Json::array();
+void WriteVertices(JsonWriter json, const ScenePath& path) {
+  auto vertices = json.Array();
   for (const auto& spot : path.vertices) {
-    vertices.push_back({spot.right, spot.up});
+    WritePosition(vertices.Next(), spot.right, spot.up);
   }
-  return vertices;
 }
 
-void AddPathFeatures(const Scene& plan, Json& features) {
-  for (const auto& path : plan.paths) {
-    if (path.stroke == Stroke::kBoundary) {
-      features.push_back(Feature("Polygon", Json::array({Vertices(path)}), {{"role", "area"}}));
-    } else if (path.stroke == Stroke::kReference) {
-      features.push_back(Feature("LineString", Vertices(path), {{"role", "reference"}}));
+void WriteGeometry(JsonWriter json, const JobPoint& point) {
+  auto geometry = json.Object();
+  geometry.Key("type").Text("Point");
+  WritePosition(geometry.Key("coordinates"), point.at.east, point.at.north,
+                HasElev(point.at) ? std::optional(point.at.elev) : std::nullopt);
+}
+
+// A polygon is a list of rings; an area has one.
+void WriteGeometry(JsonWriter json, const ScenePath& path) {
+  auto geometry = json.Object();
+  if (path.stroke == Stroke::kBoundary) {
+    geometry.Key("type").Text("Polygon");
+    auto rings = geometry.Key("coordinates").Array();
+    WriteVertices(rings.Next(), path);
+  } else {
+    geometry.Key("type").Text("LineString");
+    WriteVertices(geometry.Key("coordinates"), path);
+  }
+}
+
+void WriteProperties(JsonWriter json, const JobPoint& point) {
+  auto properties = json.Object();
+  properties.Key("name").Text(point.name);
+  properties.Key("role").Text(RoleText(point.role));
+  if (!point.service.empty()) {
+    properties.Key("service").Text(point.service);
+    properties.Key("good").Boolean(point.good);
+    properties.Key("code").Text(point.code);
+  }
+}
+
+void WriteProperties(JsonWriter json, const ScenePath& path) {
+  auto properties = json.Object();
+  properties.Key("role").Text(path.stroke == Stroke::kBoundary ? "area" : "reference");
+}
+
+// A point or a path.
+template <class Shown>
+void WriteFeature(JsonWriter json, const Shown& shown) {
+  auto feature = json.Object();
+  feature.Key("type").Text("Feature");
+  WriteGeometry(feature.Key("geometry"), shown);
+  WriteProperties(feature.Key("properties"), shown);
+}
+
+void WriteFeatures(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+  auto features = json.Array();
+  for (const auto& point : AllPoints(job, outcomes)) {
+    WriteFeature(features.Next(), point);
+  }
+  for (const auto& plan : PlanScenes(job, outcomes)) {
+    for (const auto& path : plan.paths) {
+      if (path.stroke == Stroke::kBoundary || path.stroke == Stroke::kReference) {
+        WriteFeature(features.Next(), path);
+      }
     }
   }
 }
 
-}  // namespace
+constexpr std::string_view kCoordinates =
+    "projected: east, north and elevation in metres of the job's own grid, not longitude and "
+    "latitude";
 
 // "crs": null is how GeoJSON, before it settled on longitude and latitude, said that no
 // transformation may be assumed; programs still take it so.
+void WriteCollection(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+  auto collection = json.Object();
+  collection.Key("type").Text("FeatureCollection");
+  collection.Key("name").Text(job.title.empty() ? AsUtf8(job.file) : job.title);
+  collection.Key("crs").Null();
+  collection.Key("coordinates").Text(kCoordinates);
+  WriteFeatures(collection.Key("features"), job, outcomes);
+}
+
+}  // namespace
+
 std::string GeoJson(const Job& job, const std::vector<Outcome>& outcomes) {
-  Json features = Json::array();
-  for (const auto& point : AllPoints(job, outcomes)) {
-    features.push_back(PointFeature(point));
-  }
-  for (const auto& plan : PlanScenes(job, outcomes)) {
-    AddPathFeatures(plan, features);
-  }
-  const Json json{{"type", "FeatureCollection"},
-                  {"name", job.title.empty() ? job.file : job.title},
-                  {"crs", nullptr},
-                  {"coordinates",
-                   "projected: east, north and elevation in metres of the job's own grid, not "
-                   "longitude and latitude"},
-                  {"features", std::move(features)}};
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+  JsonDocument collection;
+  WriteCollection(collection.Start(), job, outcomes);
+  return std::string(collection.Text()) + '\n';
 }
 
 }  // namespace kavo_app

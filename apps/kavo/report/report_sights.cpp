@@ -2,90 +2,113 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "job/faces.hpp"
+#include "report/text_table.hpp"
 
 namespace kavo_app {
 namespace {
 
-void AddReading(const Reading& reading, AngleUnit unit, std::vector<Cell>& cells) {
-  const double dist = reading.slopeDist != 0.0 ? reading.slopeDist : reading.horizDist;
-  const std::string face = reading.face2 ? " face 2" : " face 1";
-  cells.push_back({"ha" + face, "", AngleText(reading.ha, unit)});
-  cells.push_back({"va" + face, "", reading.va ? AngleText(*reading.va, unit) : kNone});
-  cells.push_back({"dist" + face, "m", dist != 0.0 ? NumberText(dist) : kNone});
+std::string NameText(const std::string& name) { return name.empty() ? kNone : name; }
+
+// A distance of 0 was not measured, and a target height of 0 is none.
+std::string LengthText(double metres) { return metres != 0.0 ? NumberText(metres) : kNone; }
+
+// What the readings make of the sight; what was not read does not show, although the sight counts
+// as level, or its slope distance follows from the horizontal one.
+std::vector<std::string> SightTexts(const Sight& sight, AngleUnit unit) {
+  const auto slope = [](const Reading& reading) { return reading.slopeDist != 0.0; };
+  const auto height = [](const Reading& reading) { return reading.heightDiff.has_value(); };
+  const bool bySlope = std::ranges::any_of(sight.readings, slope);
+  const bool byHeight = !bySlope && std::ranges::any_of(sight.readings, height);
+  return {NameText(sight.name),
+          AngleText(sight.ha, unit),
+          sight.readings.front().va ? AngleText(sight.va, unit) : kNone,
+          bySlope ? NumberText(sight.slopeDist) : kNone,
+          LengthText(sight.horizDist),
+          byHeight ? NumberText(sight.heightDiff) : kNone,
+          LengthText(sight.targetHeight),
+          sight.code};
 }
 
-// Pairs as they were read, and what they say of the instrument.
-void PrintFaces(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page) {
-  std::vector<std::vector<Cell>> rows;
+void AddReading(const Reading& reading, AngleUnit unit, std::vector<std::string>& texts) {
+  texts.push_back(AngleText(reading.ha, unit));
+  texts.push_back(reading.va ? AngleText(*reading.va, unit) : kNone);
+  texts.push_back(LengthText(reading.slopeDist != 0.0 ? reading.slopeDist : reading.horizDist));
+}
+
+std::vector<std::string> PairTexts(const Sight& sight, AngleUnit unit) {
+  std::vector<std::string> texts{NameText(sight.name)};
+  for (const auto& reading : sight.readings) {
+    AddReading(reading, unit, texts);
+  }
+  texts.push_back(SecondsText(sight.errors->collimation));
+  texts.push_back(SecondsText(sight.errors->index));
+  return texts;
+}
+
+// Pairs as they were read.
+void PrintPairs(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page) {
+  TextTable table({{"both faces", "", Holds::kNames},
+                   {"ha face 1", ""},
+                   {"va face 1", ""},
+                   {"dist face 1", "m"},
+                   {"ha face 2", ""},
+                   {"va face 2", ""},
+                   {"dist face 2", "m"},
+                   {"collimation", "\""},
+                   {"index", "\""}});
   for (const auto& sight : sights) {
-    if (!sight.errors) {
-      continue;
+    if (sight.errors) {
+      table.AddRow(PairTexts(sight, unit));
     }
-    std::vector<Cell> cells{{"both faces", "", sight.name}};
-    for (const auto& reading : sight.readings) {
-      AddReading(reading, unit, cells);
-    }
-    cells.push_back({"collimation", "\"", SecondsText(sight.errors->collimation)});
-    cells.push_back({"index", "\"", SecondsText(sight.errors->index)});
-    cells.push_back({"", "", ""});
-    rows.push_back(std::move(cells));
   }
-  if (rows.empty()) {
-    return;
-  }
-  page.Rows(rows);
-  const auto summary = SummaryOfFaces(sights);
-  page.Item("collimation", fmt::format("mean {}\", spread {}\"", SecondsText(summary.collimation),
-                                       SecondsText(summary.collimationSpread)));
-  if (summary.index) {
-    page.Item("index", fmt::format("mean {}\", spread {}\"", SecondsText(summary.index),
-                                   SecondsText(summary.indexSpread)));
+  table.Print(page);
+}
+
+// What the pairs say of the instrument.
+void PrintErrors(const FaceSummary& faces, TextPage& page) {
+  page.Item("collimation", fmt::format("mean {}\", spread {}\"", SecondsText(faces.collimation),
+                                       SecondsText(faces.collimationSpread)));
+  if (faces.index) {
+    page.Item("index", fmt::format("mean {}\", spread {}\"", SecondsText(faces.index),
+                                   SecondsText(faces.indexSpread)));
   }
 }
 
 }  // namespace
 
-void PrintSights(const Outcome& outcome, AngleUnit unit, TextPage& page) {
-  for (const auto& input : outcome.inputs) {
-    const auto* sights = std::get_if<std::vector<Sight>>(&input);
-    if (sights == nullptr || sights->empty()) {
-      continue;
-    }
-    std::vector<std::vector<Cell>> rows;
-    for (const auto& sight : *sights) {
-      const bool withDist = sight.slopeDist != 0.0;
-      rows.push_back({{"sight", "", sight.name},
-                      {"ha", "", AngleText(sight.ha, unit)},
-                      {"va", "", AngleText(sight.va, unit)},
-                      {"slopeDist", "m", withDist ? NumberText(sight.slopeDist) : kNone},
-                      {"horizDist", "m", withDist ? NumberText(sight.horizDist) : kNone},
-                      {"th", "m", NumberText(sight.targetHeight)},
-                      {"", "", sight.code}});
-    }
-    page.Rows(rows);
-    PrintFaces(*sights, unit, page);
+void PrintSights(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page) {
+  TextTable table({{"sight", "", Holds::kNames},
+                   {"ha", ""},
+                   {"va", ""},
+                   {"slopeDist", "m"},
+                   {"horizDist", "m"},
+                   {"heightDiff", "m"},
+                   {"th", "m"},
+                   {"", "", Holds::kNames, 1}});
+  for (const auto& sight : sights) {
+    table.AddRow(SightTexts(sight, unit));
+  }
+  table.Print(page);
+  if (const auto faces = SummaryOfFaces(sights); faces.pairs > 0) {
+    PrintPairs(sights, unit, page);
+    PrintErrors(faces, page);
   }
 }
 
-void PrintResiduals(const Outcome& outcome, TextPage& page) {
-  for (const auto& output : outcome.outputs) {
-    const auto* residuals = std::get_if<std::vector<SightResidual>>(&output);
-    if (residuals == nullptr || residuals->empty()) {
-      continue;
-    }
-    std::vector<std::vector<Cell>> rows;
-    for (const auto& residual : *residuals) {
-      rows.push_back({{"sight", "", residual.name},
-                      {"direction", "\"", fmt::format("{:.2f}", ArcSeconds(residual.direction))},
-                      {"distance", "mm", residual.dist ? MillimetresText(*residual.dist) : kNone},
-                      {"elevation", "m", residual.elev ? NumberText(*residual.elev) : kNone},
-                      {"", "", ""}});
-    }
-    page.Rows(rows);
+void PrintResiduals(const std::vector<SightResidual>& residuals, TextPage& page) {
+  TextTable table(
+      {{"sight", "", Holds::kNames}, {"direction", "\""}, {"distance", "mm"}, {"elevation", "m"}});
+  for (const auto& residual : residuals) {
+    table.AddRow({NameText(residual.name), fmt::format("{:.2f}", ArcSeconds(residual.direction)),
+                  residual.dist ? MillimetresText(*residual.dist) : kNone,
+                  residual.elev ? NumberText(*residual.elev) : kNone});
   }
+  table.Print(page);
 }
 
 }  // namespace kavo_app

@@ -1,4 +1,4 @@
-// The page of a text report: lines, items and tables.
+// The page of a text report: lines, and text that is folded to its width.
 #pragma once
 
 #include <fmt/format.h>
@@ -7,40 +7,28 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace kavo_app {
 
-/// Stands where there is no number.
-inline constexpr const char* kNone = "-";
-
-/// One number or name of a result, with the heading that it has in a list or table.
-struct Cell {
-  std::string heading;
-  std::string unit;
-  std::string text;
-};
-
 class TextPage {
  public:
-  /// A line without blanks at its end.
+  /// A line of any length, without blanks at its end.
   template <class... Args>
   void Line(fmt::format_string<Args...> format, Args&&... args) {
     fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
     EndLine();
   }
-  /// A heading and what it holds.
+  /// A text that is folded where it is too long, with all its lines behind the head.
+  void Folded(std::string_view head, std::string_view text);
+  /// What was given, or is to be said, with its heading.
   void Item(std::string_view heading, std::string_view text);
-  /// A table with headings and units above it. Its first and last column, names and verdicts, stand
-  /// on the left, the numbers between them on the right.
-  void Rows(const std::vector<std::vector<Cell>>& rows);
+  /// What was computed: an equals sign sets it off from what was given, which may have its name.
+  void Result(std::string_view heading, std::string_view text);
 
   std::string Take() { return std::move(out_); }
 
  private:
   void EndLine();
-  void TableLine(const std::vector<Cell>& row, const std::vector<std::size_t>& widths,
-                 std::string_view (*text)(const Cell& cell));
 
   std::string out_;
 };

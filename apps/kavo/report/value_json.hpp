@@ -1,23 +1,23 @@
-// Values as JSON on one line, with every digit.
+// How each value is written as JSON.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "base/angle_text.hpp"
-#include "service/service.hpp"
+#include "base/json_writer.hpp"
+#include "run.hpp"
 
 namespace kavo_app {
 
-/// Appends a text in quotation marks, with escapes where JSON wants them. The text is UTF-8.
-void AppendJsonText(std::string& out, std::string_view text);
+/// Writes a value with all digits: an angle as the library's integer and in the given notation, a
+/// point by its components, sights with their readings, null for no value. A base has no value of
+/// its own. docs/report.schema.json describes them.
+void WriteJsonValue(JsonWriter json, const Value& value, AngleUnit angles);
 
-/// Appends a number as the shortest text that reads back as the same number; null for one that is
-/// not finite, which JSON has no word for.
-void AppendJsonNumber(std::string& out, double number);
+/// Writes what a step or request gave, by field name. A base is left out: the inputs that set it
+/// say all of it.
+void WriteJsonOutputs(JsonWriter json, const Service& service, const Outcome& outcome,
+                      AngleUnit angles);
 
-/// Appends a value: an angle as the library's integer and in the given notation, a point by its
-/// components, null for no value. A base has no value of its own.
-void AppendJsonValue(std::string& out, const Value& value, AngleUnit angles);
+/// Writes the status that the export returned, and its name where it has one.
+void WriteJsonStatus(ObjectWriter& object, const Outcome& outcome);
 
 }  // namespace kavo_app

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "report/value_json.hpp"
+#include "base/json_writer.hpp"
 
 namespace kavo_app {
 namespace {
@@ -167,43 +167,41 @@ std::vector<toml::key> KeysAsWritten(const toml::table& table) {
   return keys;
 }
 
-// Appends a node as JSON.
-void AppendJson(const toml::node& node, std::string& out) {
+void WriteNode(JsonWriter json, const toml::node& node) {
   if (const auto* table = node.as_table()) {
-    out += '{';
+    auto object = json.Object();
     for (const auto& key : KeysAsWritten(*table)) {
-      out += out.back() == '{' ? "" : ",";
-      AppendJsonText(out, key.str());
-      out += ':';
-      AppendJson(*table->get(key.str()), out);
+      WriteNode(object.Key(key.str()), *table->get(key.str()));
     }
-    out += '}';
   } else if (const auto* list = node.as_array()) {
-    out += '[';
+    auto array = json.Array();
     for (const auto& element : *list) {
-      out += out.back() == '[' ? "" : ",";
-      AppendJson(element, out);
+      WriteNode(array.Next(), element);
     }
-    out += ']';
   } else if (node.is_string()) {
-    AppendJsonText(out, node.value_or(std::string_view()));
+    json.Text(node.value_or(std::string_view()));
   } else {
-    AppendJsonNumber(out, node.value_or(0.0));
+    json.Number(node.value_or(0.0));
   }
 }
 
-// Appends a service and its inputs, in the table's order, without the closing brace.
-void AppendCall(const Service& service, std::string& out) {
-  out += R"({"service":)";
-  AppendJsonText(out, service.name);
+// A service and its inputs, in the table's order.
+void WriteCall(ObjectWriter& object, const Service& service) {
+  object.Key("service").Text(service.name);
   const auto values = toml::parse(InputLines(service));
   for (const auto& field : service.inputs) {
     if (const auto* node = values.get(field.name)) {
-      out += ',';
-      AppendJsonText(out, field.name);
-      out += ':';
-      AppendJson(*node, out);
+      WriteNode(object.Key(field.name), *node);
     }
+  }
+}
+
+void WriteRequest(JsonWriter json, const Service& service) {
+  auto request = json.Object();
+  WriteCall(request, service);
+  if (const auto* base = BaseInput(service)) {
+    auto set = request.Key("set").Object();
+    WriteCall(set, SetterOf(*base));
   }
 }
 
@@ -225,14 +223,9 @@ std::string ExampleSteps(const Service& service) {
 }
 
 std::string ExampleRequest(const Service& service) {
-  std::string request;
-  AppendCall(service, request);
-  if (const auto* base = BaseInput(service)) {
-    request += R"(,"set":)";
-    AppendCall(SetterOf(*base), request);
-    request += '}';
-  }
-  return request + '}';
+  JsonDocument request;
+  WriteRequest(request.Start(), service);
+  return std::string(request.Text());
 }
 
 }  // namespace kavo_app
