@@ -19,7 +19,9 @@ rapidjson::SizeType SizeOf(std::string_view text) {
 JsonDocument::JsonDocument(JsonLayout layout) {
   if (layout == JsonLayout::kIndented) {
     using Indented = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-    printer_.emplace<Indented>().SetIndent(' ', kIndent);
+    auto& printer = printer_.emplace<Indented>();
+    printer.SetIndent(' ', kIndent);
+    printer.SetFormatOptions(rapidjson::kFormatDefault);  // undefined until then
   }
 }
 
