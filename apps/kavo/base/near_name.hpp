@@ -11,7 +11,8 @@ namespace kavo_app {
 /// in a long one. Empty when none is near.
 std::string_view NearName(std::string_view text, std::span<const std::string_view> known);
 
-/// What is wrong with a name that is not among the known ones, and which name is meant or which there are.
+/// What is wrong with a name that is not among the known ones, and which is meant or which there
+/// are.
 std::string UnknownAdvice(std::string_view name, std::span<const std::string_view> known);
 
 /// What is wrong with a name when another one is missing and was probably meant by it; empty when

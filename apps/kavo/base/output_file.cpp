@@ -76,8 +76,8 @@ OutputFile::OutputFile(const std::string& path, std::string_view content)
     path_ = Resolved(path);
     aside_ = fmt::format("{}.{}.part", path_, getpid());
   }
-  const int error = aside ? WriteAside(aside_, path_, content)
-                          : WriteWhole(path_, "w", std::nullopt, content);
+  const int error =
+      aside ? WriteAside(aside_, path_, content) : WriteWhole(path_, "w", std::nullopt, content);
   if (error != 0) {
     if (aside) {
       std::remove(aside_.c_str());
