@@ -74,8 +74,8 @@ class JobReader {
       const auto fields = top_.Inner(table, label);
       RefuseDottedName(fields, table, name);
       fields.Only(kPointKeys);
-      if (name.empty()) {
-        top_.Fail(point, "points", "a point has no name; give it one");
+      if (const auto trouble = names_.NameTrouble(name); !trouble.empty()) {
+        top_.Fail(point, label, trouble);
       }
       names_.AddPoint({name, ReadPointFields(fields), fields.PlaceOfAll()});
     }
@@ -87,8 +87,8 @@ class JobReader {
       return;
     }
     for (const auto& point : ReadControlPoints(job_.FileNamed(top_.TextOf(*node, "control")))) {
-      if (const auto taken = names_.TakenAdvice(point.name); !taken.empty()) {
-        throw UserError(point.place, "point " + Shown(point.name), taken);
+      if (const auto trouble = names_.NameTrouble(point.name); !trouble.empty()) {
+        throw UserError(point.place, "point " + Shown(point.name), trouble);
       }
       names_.AddPoint(point);
     }

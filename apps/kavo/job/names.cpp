@@ -37,7 +37,13 @@ std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wante
                                   service.outputs.begin());
 }
 
-std::string Names::TakenAdvice(std::string_view name) const {
+std::string Names::NameTrouble(std::string_view name) const {
+  if (name.empty()) {
+    return "the name is empty; give each point and step its own";
+  }
+  if (InOneLine(name) != name) {
+    return "a name is one line of text, without control characters";
+  }
   const auto* known = Find(name);
   return known == nullptr
              ? ""

@@ -18,12 +18,12 @@ std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wante
 /// The control points and the steps so far. Each has its own name and knows where it stands.
 class Names {
  public:
-  /// What is wrong with a name that is taken, and where it stands first; empty for a free one.
-  std::string TakenAdvice(std::string_view name) const;
+  /// Why nothing can have this name, such as where it stands already; empty for a good one.
+  std::string NameTrouble(std::string_view name) const;
 
-  /// Makes a point known under its name, which is free.
+  /// Makes a point known under its name, which is good.
   void AddPoint(const ControlPoint& point);
-  /// Makes a step's results known under its name, which is free.
+  /// Makes a step's results known under its name, which is good.
   void AddStep(const std::string& name, const Service& service, std::size_t index,
                const Place& place);
 

@@ -160,11 +160,8 @@ std::string StepReader::NameOf(const TomlReader& reader) const {
   const auto* node = reader.Find("name");
   auto name = node != nullptr ? reader.TextOf(*node, "name")
                               : fmt::format("step {}", job_.steps.size() + 1);
-  if (name.empty()) {
-    reader.FailAt("name", "is empty; give the step a name, or leave this out");
-  }
-  if (const auto taken = names_.TakenAdvice(name); !taken.empty()) {
-    node != nullptr ? reader.FailAt("name", taken) : reader.FailHere("name", taken);
+  if (const auto trouble = names_.NameTrouble(name); !trouble.empty()) {
+    node != nullptr ? reader.FailAt("name", trouble) : reader.FailHere("name", trouble);
   }
   return name;
 }
