@@ -46,7 +46,7 @@ int Help(const CLI::App& app, const std::string& name, bool man) {
   }
   const auto* service = FindService(name);
   if (service == nullptr) {
-    throw UserError({"kavo help", 0}, name, "is no service; kavo list names them");
+    throw UserError({"kavo help", 0}, "", NoServiceAdvice(name));
   }
   fmt::print("{}", ServiceHelp(*service, MayColour()));
   return kAllGood;

@@ -30,7 +30,9 @@ constexpr std::array kFormats = {
 
 bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code failed;
-  return one == other || std::filesystem::equivalent(one, other, failed);
+  return std::filesystem::absolute(one, failed).lexically_normal() ==
+             std::filesystem::absolute(other, failed).lexically_normal() ||
+         std::filesystem::equivalent(one, other, failed);
 }
 
 void RefuseSharedTargets(const RunOptions& options) {
@@ -80,7 +82,7 @@ bool RunCommand(const RunOptions& options) {
     }
   }
   PrintOut(printed ? *printed : TextReport(job, outcomes));
-  std::ranges::for_each(files, &OutputFile::Keep);
+  OutputFile::KeepAll(files);
   return std::ranges::all_of(outcomes, &Outcome::Good);
 }
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "base/near_name.hpp"
 #include "base/plain_text.hpp"
 
 namespace kavo_app {
@@ -59,7 +60,9 @@ std::optional<double> PlainNumber(std::string_view text, bool whole) {
 }
 
 AngleReading Complain(std::string_view text, std::string_view what, AngleUnit unit) {
-  return {std::nullopt, fmt::format("{} {}; write an angle like {} ({})", Quoted(text), what,
+  const bool comma = text.find(',') != text.npos;
+  return {std::nullopt, fmt::format("{} {}; {}write an angle like {} ({})", Quoted(text), what,
+                                    comma ? "the decimal sign is a point; " : "",
                                     AngleExample(unit), UnitText(unit))};
 }
 
@@ -143,6 +146,12 @@ std::optional<AngleUnit> AngleUnitNamed(std::string_view name) {
     }
   }
   return std::nullopt;
+}
+
+std::string NoUnitAdvice(std::string_view name) {
+  std::array<std::string_view, kUnits.size()> names;
+  std::ranges::transform(kUnits, names.begin(), &UnitRow::name);
+  return fmt::format("{} {}", Quoted(name), UnknownAdvice(name, names));
 }
 
 std::string_view UnitText(AngleUnit unit) { return RowOf(unit).text; }

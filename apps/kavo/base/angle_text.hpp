@@ -20,6 +20,9 @@ enum class AngleUnit {
 /// The unit of that name in a job file, if there is one: dms, gon, deg or raw.
 std::optional<AngleUnit> AngleUnitNamed(std::string_view name);
 
+/// What is wrong with a name that is no unit's, and what would be right.
+std::string NoUnitAdvice(std::string_view name);
+
 /// The unit as a report names it, such as "degrees-minutes-seconds".
 std::string_view UnitText(AngleUnit unit);
 

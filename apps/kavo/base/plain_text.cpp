@@ -23,7 +23,18 @@ std::optional<double> ReadNumber(std::string_view text) {
 }
 
 std::string NoNumberAdvice(std::string_view text) {
-  return fmt::format("{} is not a number; write one like 1234.567", Quoted(text));
+  const bool comma = text.find(',') != text.npos;
+  return fmt::format("{} is not a number; {}", Quoted(text),
+                     comma ? kListRule : "write one like 1234.567");
+}
+
+std::string InOneLine(std::string_view text) {
+  std::string line;
+  for (const char c : text) {
+    const auto code = static_cast<unsigned char>(c);
+    line += code < ' ' || code == 0x7F ? fmt::format("\\u{:04X}", code) : std::string(1, c);
+  }
+  return line;
 }
 
 std::string Shown(std::string_view text, std::size_t most) {
@@ -35,11 +46,7 @@ std::string Shown(std::string_view text, std::size_t most) {
     }
     text = text.substr(0, cut);
   }
-  std::string shown;
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    shown += code < ' ' || code == 0x7F ? fmt::format("\\x{:02x}", code) : std::string(1, c);
-  }
+  const auto shown = InOneLine(text);
   return text.size() < all ? fmt::format("{}... ({} bytes)", shown, all) : shown;
 }
 

@@ -10,13 +10,21 @@ namespace kavo_app {
 /// All of the text as a finite number with a decimal point; nothing when it is not one.
 std::optional<double> ReadNumber(std::string_view text);
 
+/// How lists are written, for messages: other programs have commas in their numbers.
+inline constexpr std::string_view kListRule =
+    "columns stand between commas, and the decimal sign is a point";
+
 /// What is wrong with text that is no number, and what would be right.
 std::string NoNumberAdvice(std::string_view text);
 
-/// The text fit for a message of one line: control characters as \xNN, and cut after `most` bytes.
+/// The text with its control characters written as TOML and JSON write them, such as \u000A: names
+/// and texts may hold some, and would break the line.
+std::string InOneLine(std::string_view text);
+
+/// The same fit for a message: cut after `most` bytes.
 std::string Shown(std::string_view text, std::size_t most = 60);
 
-/// The same in quotation marks.
+/// That in quotation marks.
 inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"'; }
 
 /// Two remarks as one; either may be empty.

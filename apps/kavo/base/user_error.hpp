@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <utility>
+
+#include "base/plain_text.hpp"
 
 namespace kavo_app {
 
@@ -13,23 +14,10 @@ namespace kavo_app {
 struct Place {
   std::string file;
   std::size_t line = 0;  ///< Counted from 1; 0 when the whole file is meant.
-};
 
-/// The text with its control characters written as TOML writes them, such as \u000A: names and
-/// texts may hold some, and would break the line.
-inline std::string InOneLine(std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string line;
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20 && code != 0x7F) {
-      line += c;
-    } else {
-      line.append("\\u00").append({kDigits[code / 16], kDigits[code % 16]});
-    }
-  }
-  return line;
-}
+  /// As messages write it, such as points.csv:12.
+  std::string Text() const { return line > 0 ? file + ':' + std::to_string(line) : file; }
+};
 
 /// Thrown for anything that is wrong with the user's input; kavo then ends with exit code 2.
 struct UserError : std::runtime_error {
@@ -43,9 +31,7 @@ struct UserError : std::runtime_error {
 
  private:
   UserError(const Place& place, std::string fieldAndAdvice)
-      : std::runtime_error(InOneLine(place.file +
-                                     (place.line > 0 ? ':' + std::to_string(place.line) : "") +
-                                     ": " + fieldAndAdvice)),
+      : std::runtime_error(InOneLine(place.Text() + ": " + fieldAndAdvice)),
         complaint(std::move(fieldAndAdvice)) {}
 };
 

@@ -27,26 +27,41 @@ bool MayBeDecimalCommas(const std::vector<std::string>& fields) {
          });
 }
 
-// A name may hold a semicolon; then the number after it shows that commas divide the line.
-void RefuseSemicolons(const CsvRow& row) {
+// A name may hold a semicolon or tab; then the number after it shows that commas divide the line.
+void RefuseOtherColumns(const CsvRow& row) {
   const auto& fields = row.fields;
-  if (fields[0].find(';') != std::string::npos && (fields.size() < 3 || !ReadNumber(fields[1]))) {
-    throw UserError(row.place, "",
-                    "the columns stand between commas, not semicolons, and decimals have a point");
+  if (fields[0].find_first_of(kOtherSeparators) != std::string::npos &&
+      (fields.size() < 3 || !ReadNumber(fields[1]))) {
+    throw UserError(row.place, "", SeparatorAdvice());
+  }
+}
+
+void CheckFields(const CsvRow& row) {
+  const auto& fields = row.fields;
+  if (fields[0].empty()) {
+    throw UserError(row.place, "", "the point has no name; give it one, in the first column");
+  }
+  const auto label = "point " + Shown(fields[0]);
+  if (fields.size() < 3) {
+    throw UserError(row.place, label,
+                    fmt::format("has fewer columns than name, north and east; {}", kListRule));
+  }
+  if (fields.size() > 5) {
+    throw UserError(row.place, label,
+                    fmt::format("has more columns than name, north, east, elevation and "
+                                "description; {}; text with commas stands in quotation marks",
+                                kListRule));
+  }
+  if (MayBeDecimalCommas(fields)) {
+    throw UserError(
+        row.place, label,
+        fmt::format("its numbers may be cut at decimal commas; {}, such as 1234.0", kListRule));
   }
 }
 
 CoordPt PointOf(const CsvRow& row) {
   const auto& fields = row.fields;
-  if (fields.size() < 3 || fields.size() > 5 || fields[0].empty()) {
-    throw UserError(row.place, "",
-                    "a line holds name, north, east, elevation and description between commas; "
-                    "text with commas stands in quotation marks");
-  }
-  if (MayBeDecimalCommas(fields)) {
-    throw UserError(row.place, "point " + Shown(fields[0]),
-                    "its numbers may be cut by decimal commas; write them with a point, 1234.0");
-  }
+  CheckFields(row);
   CoordPt point{};
   point.north = MetresOf(row, 1, "north");
   point.east = MetresOf(row, 2, "east");
@@ -58,9 +73,15 @@ CoordPt PointOf(const CsvRow& row) {
   return point;
 }
 
+// What begins as a number is a point's, also when it is mistyped.
+bool IsWord(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  return first != text.npos && std::string_view("0123456789+-.,").find(text[first]) == text.npos;
+}
+
 bool IsHeading(const CsvRow& row) {
-  return row.place.line == 1 && row.fields.size() >= 3 && !ReadNumber(row.fields[1]) &&
-         !ReadNumber(row.fields[2]);
+  return row.place.line == 1 && row.fields.size() >= 3 && IsWord(row.fields[1]) &&
+         IsWord(row.fields[2]);
 }
 
 // North begins with this letter in many languages.
@@ -71,7 +92,7 @@ bool MayBeNorth(std::string_view column) {
 // The columns go by their place; a heading that says otherwise tells of exchanged coordinates.
 void CheckHeading(const CsvRow& heading) {
   if (MayBeNorth(heading.fields[2]) && !MayBeNorth(heading.fields[1])) {
-    throw UserError(heading.place, Quoted(heading.fields[2]),
+    throw UserError(heading.place, "heading: " + Quoted(heading.fields[2]),
                     "stands third; a list has name, north, east, elevation and description, in "
                     "this order");
   }
@@ -79,18 +100,18 @@ void CheckHeading(const CsvRow& heading) {
 
 }  // namespace
 
-void ReadControlPoints(const std::filesystem::path& path, ControlPoints& points) {
-  for (const auto& row : ReadCsv(path, "a comma-separated list of points")) {
-    RefuseSemicolons(row);
+std::vector<ControlPoint> ReadControlPoints(const std::filesystem::path& path) {
+  std::vector<ControlPoint> points;
+  for (auto& row : ReadCsv(path, "a comma-separated list of points")) {
+    RefuseOtherColumns(row);
     if (IsHeading(row)) {
       CheckHeading(row);
       continue;
     }
-    if (!points.emplace(row.fields.front(), PointOf(row)).second) {
-      throw UserError(row.place, "point " + Shown(row.fields.front()),
-                      "is given twice; give each point once");
-    }
+    const auto at = PointOf(row);
+    points.push_back({std::move(row.fields.front()), at, std::move(row.place)});
   }
+  return points;
 }
 
 }  // namespace kavo_app

@@ -2,22 +2,25 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <string>
+#include <vector>
 
+#include "base/user_error.hpp"
 #include "kavostdlib.h"
 
 namespace kavo_app {
 
-/// Known points by name.
-using ControlPoints = std::map<std::string, CoordPt, std::less<>>;
+/// A known point, and where the list has it.
+struct ControlPoint {
+  std::string name;
+  CoordPt at;
+  Place place;
+};
 
 /// Reads a comma-separated PNEZD list: point name, north, east, elevation, description. Elevation
-/// and description may be empty or left out. A first line whose north is not a number is taken for
-/// a heading.
-/// @param path   the list.
-/// @param[in,out] points  receives the points; a name that is already there is an error.
+/// and description may be empty or left out. A first line that has words for north and east is
+/// taken for a heading.
 /// @throws UserError  with file and line.
-void ReadControlPoints(const std::filesystem::path& path, ControlPoints& points);
+std::vector<ControlPoint> ReadControlPoints(const std::filesystem::path& path);
 
 }  // namespace kavo_app

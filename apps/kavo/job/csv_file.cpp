@@ -3,10 +3,10 @@
 #include <csv.h>
 #include <fmt/format.h>
 
-#include <fstream>
+#include <istream>
 #include <optional>
-#include <string_view>
 
+#include "base/input_file.hpp"
 #include "base/plain_text.hpp"
 
 namespace kavo_app {
@@ -87,6 +87,8 @@ void RefuseWhatIsNoText(std::string_view line, const Place& place) {
 
 }  // namespace
 
+std::string SeparatorAdvice() { return fmt::format("has semicolons or tabs; {}", kListRule); }
+
 std::vector<CsvRow> ReadCsv(std::istream& file, const std::string& name) {
   CsvParser parser;
   std::vector<CsvRow> rows;
@@ -112,10 +114,7 @@ std::vector<CsvRow> ReadCsv(std::istream& file, const std::string& name) {
 }
 
 std::vector<CsvRow> ReadCsv(const std::filesystem::path& path, const std::string& what) {
-  std::ifstream file(path);
-  if (!file || std::filesystem::is_directory(path)) {
-    throw UserError({path.string(), 0}, "", "cannot be read; give " + what);
-  }
+  auto file = OpenInput(path, what);
   return ReadCsv(file, path.string());
 }
 

@@ -3,11 +3,18 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/user_error.hpp"
 
 namespace kavo_app {
+
+/// What other programs put between columns.
+inline constexpr std::string_view kOtherSeparators = ";\t";
+
+/// What is wrong with columns that stand between those.
+std::string SeparatorAdvice();
 
 /// One line of the file: its fields, and where it stands.
 struct CsvRow {

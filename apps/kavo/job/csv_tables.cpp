@@ -1,11 +1,11 @@
 #include "job/csv_tables.hpp"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <string>
 
+#include "base/near_name.hpp"
 #include "base/plain_text.hpp"
 #include "job/csv_file.hpp"
 
@@ -14,68 +14,87 @@ namespace {
 
 using Columns = std::vector<std::string>;
 
-bool Knows(std::span<const std::string_view> known, std::string_view name) {
-  return std::ranges::find(known, name) != known.end();
+bool Holds(std::span<const std::string_view> keys, std::string_view key) {
+  return std::ranges::find(keys, key) != keys.end();
+}
+
+// Lists of measured points head their names with `point`.
+bool IsName(std::string_view column, std::span<const std::string_view> known) {
+  return column == "point" && !Holds(known, column);
 }
 
 void CheckColumn(const std::string& column, const Place& place,
                  std::span<const std::string_view> known) {
-  if (column.find(';') != std::string::npos) {
-    throw UserError(place, "", "the columns stand between commas, not semicolons");
+  if (column.find_first_of(kOtherSeparators) != std::string::npos) {
+    throw UserError(place, "", SeparatorAdvice());
   }
-  if (!Knows(known, std::string_view(column).substr(0, column.find('.')))) {
-    throw UserError(place, Quoted(column),
-                    fmt::format("is no column here; the first line names the columns, and there "
-                                "are {}",
-                                fmt::join(known, ", ")));
+  const auto key = std::string_view(column).substr(0, column.find('.'));
+  if (!Holds(known, key) && !IsName(column, known)) {
+    std::vector<std::string_view> all(known.begin(), known.end());
+    if (!Holds(known, "point")) {
+      all.insert(all.begin(), "point");
+    }
+    throw UserError(place, "heading: " + Quoted(column), UnknownAdvice(key, all));
+  }
+}
+
+// A column stands once, and not beside those that are parts of it.
+void CheckApart(const Columns& columns, const Place& place) {
+  for (const auto& column : columns) {
+    if (std::ranges::count(columns, column) > 1) {
+      throw UserError(place, "heading: " + Quoted(column),
+                      fmt::format("is there twice{}; keep one",
+                                  column == "name" ? ", maybe once as point" : ""));
+    }
+    const auto part = std::ranges::find_if(
+        columns, [&](const auto& other) { return other.starts_with(column + '.'); });
+    if (part != columns.end()) {
+      throw UserError(place, "heading: " + Quoted(column),
+                      fmt::format("stands beside {}, which is a part of it; keep either", *part));
+    }
   }
 }
 
 Columns ColumnsOf(const CsvRow& heading, std::span<const std::string_view> known) {
   Columns columns;
-  for (auto column : heading.fields) {
-    if (column == "point" && !Knows(known, column)) {
-      column = "name";
-    }
+  for (const auto& column : heading.fields) {
     CheckColumn(column, heading.place, known);
-    if (std::ranges::find(columns, column) != columns.end()) {
-      throw UserError(heading.place, column, "heads two columns");
-    }
-    columns.push_back(std::move(column));
+    columns.push_back(IsName(column, known) ? "name" : column);
   }
+  CheckApart(columns, heading.place);
   return columns;
 }
 
 // Puts the text at "a.b.c" into table c of table b of table a.
-void Insert(toml::table& table, std::string_view column, const std::string& text,
-            const Place& place) {
+void Insert(toml::table& table, std::string_view column, const std::string& text) {
   const auto dot = column.find('.');
   const auto key = column.substr(0, dot);
-  auto* node = table.get(key);
-  if (dot == column.npos ? node != nullptr : node != nullptr && !node->is_table()) {
-    throw UserError(place, std::string(key), "is both a column and the table of others");
-  }
   if (dot == column.npos) {
     table.insert(key, text);
     return;
   }
-  if (node == nullptr) {
-    node = &table.insert(key, toml::table()).first->second;
+  auto* inner = table.insert(key, toml::table()).first->second.as_table();
+  Insert(*inner, column.substr(dot + 1), text);
+}
+
+void CheckWidth(const CsvRow& row, std::size_t wanted) {
+  if (row.fields.size() == wanted) {
+    return;
   }
-  Insert(*node->as_table(), column.substr(dot + 1), text, place);
+  if (row.fields.front().find_first_of(kOtherSeparators) != std::string::npos) {
+    throw UserError(row.place, "", SeparatorAdvice());
+  }
+  throw UserError(row.place, "",
+                  fmt::format("has {} fields where the heading has {}; {}; is the line whole?",
+                              row.fields.size(), wanted, kListRule));
 }
 
 toml::table TableOf(const CsvRow& row, const Columns& columns) {
-  if (row.fields.size() != columns.size()) {
-    throw UserError(row.place, "",
-                    fmt::format("has {} fields where the heading has {}; is the line whole, and "
-                                "are decimals written with a point?",
-                                row.fields.size(), columns.size()));
-  }
+  CheckWidth(row, columns.size());
   toml::table table;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (!row.fields[i].empty()) {
-      Insert(table, columns[i], row.fields[i], row.place);
+      Insert(table, columns[i], row.fields[i]);
     }
   }
   return table;

@@ -2,42 +2,13 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "job/control_points.hpp"
 #include "job/job.hpp"
+#include "job/names.hpp"
 #include "job/toml_reader.hpp"
 
 namespace kavo_app {
-
-/// What a step can refer to: the control points and the steps before it.
-class Names {
- public:
-  /// The known points; lists and the job's own table fill them.
-  ControlPoints& Points() { return points_; }
-
-  /// Makes a step's results known under its name.
-  void AddStep(const std::string& name, const Service& service, std::size_t index);
-  /// True when a point or step has the name.
-  bool Taken(std::string_view name) const;
-  const CoordPt* FindPoint(std::string_view name) const;
-  /// The result "step.field", or the only result of "step" that fits the wanted field.
-  std::optional<ResultRef> FindResult(std::string_view text, const Field& wanted) const;
-
- private:
-  struct Known {
-    const Service* service;
-    std::size_t index;
-  };
-  ControlPoints points_;
-  std::map<std::string, Known, std::less<>> steps_;
-};
-
-/// Reads a point from its table: north, east and, if known, elev.
-CoordPt ReadPointTable(const TomlReader& point);
 
 /// Reads single inputs; throws UserError for what is mistyped or refers to nothing.
 class InputReader {
@@ -55,7 +26,9 @@ class InputReader {
   /// The folder of the files that a step names.
   const std::filesystem::path& Folder() const { return folder_; }
 
-  /// Reads what a step expects of its outputs, with its tolerances.
+  /// Reads how far a step's results may be off what it expects.
+  void ReadTolerances(const TomlReader& step, Step& out) const;
+  /// Reads what a step expects of its outputs.
   void ReadExpectations(const TomlReader& step, Step& out) const;
 
  private:
@@ -65,8 +38,12 @@ class InputReader {
   Input ReadLine(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadScalar(const TomlReader& at, const toml::node& node, const Field& field) const;
   Input ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
-                   std::string_view text) const;
+                   std::string_view name) const;
+  void ReadExpected(const TomlReader& expect, const toml::node& value, std::size_t output,
+                    Step& out) const;
   static void ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out);
+  // True for text that is the number or angle itself.
+  bool IsLiteral(std::string_view text, Kind kind) const;
   Value Literal(const TomlReader& at, const toml::node& node, std::string_view name,
                 Kind kind) const;
   const Names& names_;

@@ -27,6 +27,7 @@ struct Input {
   std::optional<ResultRef> from;  ///< Set when it comes from an earlier step.
   std::vector<Input> parts;       ///< The points of a list; the two definitions of a line.
   std::string text;               ///< As the job writes it, for the report; empty when absent.
+  bool named = false;             ///< The text is a name, not the value itself.
 };
 
 /// What the numbers of a point are called.
@@ -63,6 +64,11 @@ struct Job {
   InstrumentSettings settings;
   std::vector<std::string> settingTexts;  ///< What [settings] changes, for the report.
   std::vector<Step> steps;
+
+  /// The path of a file that the job names, which lies beside it; noted as one that it reads.
+  const std::filesystem::path& FileNamed(const std::string& name) {
+    return readFiles.emplace_back(std::filesystem::path(file).parent_path() / name);
+  }
 };
 
 /// Reads and checks a job file, the lists that it names and everything that its steps refer to.

@@ -8,6 +8,7 @@
 #include "base/plain_text.hpp"
 #include "job/csv_tables.hpp"
 #include "job/faces.hpp"
+#include "job/field_rules.hpp"
 
 namespace kavo_app {
 namespace {
@@ -22,19 +23,15 @@ std::optional<IntAngle> AngleAt(const InputReader& inputs, const TomlReader& at,
 }
 
 // The zenith reading tells the face; where it is absent the key `face` does.
-bool ReadFace2(const TomlReader& at, std::optional<IntAngle> va) {
-  const auto* node = at.Find("face");
-  if (node == nullptr) {
-    return va && IsFace2(*va);
+bool Face2Of(const TomlReader& at, std::optional<IntAngle> va) {
+  const bool face2 = ReadFace2(at);
+  if (!va) {
+    return face2;
   }
-  const double face = at.NumberOf(*node, "face");
-  if (face != 1.0 && face != 2.0) {
-    at.Fail(*node, "face", "write 1 or 2");
+  if (at.Find("face") != nullptr && IsFace2(*va) != face2) {
+    at.FailAt("face", "va is a reading of the other face; leave this out, or correct one");
   }
-  if (va && IsFace2(*va) != (face == 2.0)) {
-    at.Fail(*node, "face", "va is a reading of the other face; leave this out, or correct one");
-  }
-  return face == 2.0;
+  return IsFace2(*va);
 }
 
 // Metres; 0 when absent.
@@ -42,14 +39,14 @@ double DistanceAt(const TomlReader& at, std::string_view name) {
   const auto* node = at.Find(name);
   const double dist = at.Number(name, 0.0);
   if (node != nullptr && dist <= 0.0) {
-    at.Fail(*node, name, "must be above 0; leave it out where none was measured");
+    at.FailAt(name, "must be above 0; leave it out where none was measured");
   }
   return dist;
 }
 
 Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   if (at.Find("slopeDist") != nullptr && at.Find("horizDist") != nullptr) {
-    at.Fail(*at.Find("horizDist"), "horizDist", "give either this or slopeDist");
+    at.FailAt("horizDist", "give either this or slopeDist");
   }
   const auto ha = AngleAt(inputs, at, "ha");
   if (!ha) {
@@ -58,7 +55,7 @@ Reading ReadReading(const InputReader& inputs, const TomlReader& at) {
   Reading reading;
   reading.ha = *ha;
   reading.va = AngleAt(inputs, at, "va");
-  reading.face2 = ReadFace2(at, reading.va);
+  reading.face2 = Face2Of(at, reading.va);
   reading.slopeDist = DistanceAt(at, "slopeDist");
   reading.horizDist = DistanceAt(at, "horizDist");
   if (at.Find("heightDiff") != nullptr) {
@@ -165,8 +162,10 @@ Input ReadSights(const InputReader& inputs, const TomlReader& at, const toml::no
   } else if (!node.is_array()) {
     at.Fail(node, field.name, "write a list of sights, or the name of a CSV file");
   } else {
+    std::size_t number = 0;
     for (const auto& element : at.ArrayOf(node, field.name)) {
-      list.Add(at.Inner(at.TableOf(element, field.name), field.name));
+      const auto label = fmt::format("{}: number {}", field.name, ++number);
+      list.Add(at.Inner(at.TableOf(element, label), label));
     }
   }
   return list.Finish(at, node, field);

@@ -1,11 +1,11 @@
 #include "job/toml_reader.hpp"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cmath>
 
+#include "base/near_name.hpp"
 #include "base/plain_text.hpp"
 
 namespace kavo_app {
@@ -13,6 +13,14 @@ namespace kavo_app {
 const toml::node* TomlReader::Find(std::string_view key) const {
   const auto* node = table_.get(key);
   return node == nullptr && fallback_ != nullptr ? fallback_->get(key) : node;
+}
+
+const toml::node& TomlReader::Required(std::string_view key, std::string_view meaning) const {
+  const auto* node = Find(key);
+  if (node == nullptr) {
+    FailMissing(key, std::string(meaning));
+  }
+  return *node;
 }
 
 std::string TomlReader::Text(std::string_view key) const {
@@ -67,14 +75,19 @@ double TomlReader::NumberOf(const toml::node& node, std::string_view field) cons
 
 const toml::table& TomlReader::TableOf(const toml::node& node, std::string_view field) const {
   if (!node.is_table()) {
-    Fail(node, field, "write a table: { name = value, ... }");
+    Fail(node, field,
+         FromRow(node.source())
+             ? fmt::format("is no column; its parts are, such as {}.north", field)
+             : "write a table: { name = value, ... }");
   }
   return *node.as_table();
 }
 
 const toml::array& TomlReader::ArrayOf(const toml::node& node, std::string_view field) const {
   if (!node.is_array()) {
-    Fail(node, field, "write a list: [ ..., ... ]");
+    Fail(node, field,
+         FromRow(node.source()) ? "a row has no room for a list; give it in the step"
+                                : "write a list: [ ..., ... ]");
   }
   return *node.as_array();
 }
@@ -89,7 +102,15 @@ void TomlReader::Only(std::span<const std::string_view> known) const {
   for (const auto& [key, node] : table_) {
     if (std::ranges::find(known, key.str()) == known.end()) {
       throw UserError(PlaceOf(key.source()), Labelled(Shown(key.str())),
-                      fmt::format("is not known here; there are {}", fmt::join(known, ", ")));
+                      UnknownAdvice(key.str(), known));
+    }
+  }
+}
+
+void TomlReader::RefuseMisspelt(std::string_view wanted) const {
+  for (const auto& [key, node] : table_) {
+    if (const auto advice = MisspeltAdvice(key.str(), wanted); !advice.empty()) {
+      throw UserError(PlaceOf(key.source()), Labelled(Shown(key.str())), advice);
     }
   }
 }

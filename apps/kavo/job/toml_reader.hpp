@@ -37,6 +37,10 @@ class TomlReader {
   /// True when the table itself has the key, not the fallback.
   bool Owns(std::string_view key) const { return table_.contains(key); }
 
+  /// The node under a key, which must be there.
+  /// @param meaning  what to tell when it is missing.
+  const toml::node& Required(std::string_view key, std::string_view meaning) const;
+
   /// The text under a key; empty when absent.
   std::string Text(std::string_view key) const;
   /// True or false under a key; false when absent.
@@ -55,14 +59,23 @@ class TomlReader {
   /// Refuses every key that is not among the known ones.
   void Only(std::span<const std::string_view> known) const;
 
+  /// Refuses a key that is probably meant to be the wanted one, which the table does not have.
+  void RefuseMisspelt(std::string_view wanted) const;
+
   /// Ends the reading because of a field of this table.
   [[noreturn]] void Fail(const toml::node& node, std::string_view field,
                          const std::string& advice) const;
+  /// The same because of a field that is there.
+  [[noreturn]] void FailAt(std::string_view key, const std::string& advice) const {
+    Fail(*Find(key), key, advice);
+  }
   /// Ends the reading because of what the whole table says of a field.
   [[noreturn]] void FailHere(std::string_view field, const std::string& advice) const;
   /// Ends the reading because a field is missing.
   [[noreturn]] void FailMissing(std::string_view field, const std::string& advice) const;
 
+  /// Where the table begins, or a part of it.
+  Place PlaceOfAll() const { return PlaceOf(table_); }
   Place PlaceOf(const toml::node& node) const { return PlaceOf(node.source()); }
 
  private:

@@ -1,17 +1,17 @@
 #include "pipe/json_fields.hpp"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/near_name.hpp"
 #include "base/user_error.hpp"
 
 namespace kavo_app {
 
 std::string JsonPlace::Text() const {
-  const auto own = number > 0 ? fmt::format("number {}", number) : std::string(name);
+  const auto own = number > 0 ? fmt::format("number {}", number) : Shown(name);
   const auto before = outer != nullptr ? outer->Text() : std::string();
   return before.empty() ? own : fmt::format("{}: {}", before, own);
 }
@@ -43,10 +43,11 @@ simdjson::dom::array JsonList(const JsonNode& node, const JsonPlace& place) {
   return list;
 }
 
-simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place) {
+simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place,
+                                 std::string_view form) {
   simdjson::dom::object object;
   if (node.get(object) != simdjson::SUCCESS) {
-    place.Fail(R"(write an object: {"name": value, ...})");
+    place.Fail(fmt::format("write an object: {}", form));
   }
   return object;
 }
@@ -61,11 +62,11 @@ JsonFields::JsonFields(const simdjson::dom::object& object, const JsonPlace& pla
   for (const auto& [key, node] : object) {
     const auto index = static_cast<std::size_t>(std::ranges::find(known, key) - known.begin());
     if (index == known.size()) {
-      PlaceOf(key).Fail(fmt::format("is not known here; there are {}", fmt::join(known, ", ")));
+      FailAt(key, UnknownAdvice(key, known));
     }
     const auto bit = std::uint32_t{1} << index;
     if ((met & bit) != 0) {
-      PlaceOf(key).Fail("is given twice; give it once");
+      FailAt(key, "is given twice; give it once");
     }
     met |= bit;
     if (!node.is_null()) {
@@ -84,7 +85,7 @@ const JsonNode* JsonFields::Find(std::string_view name) const {
 const JsonNode& JsonFields::Required(std::string_view name, std::string_view meaning) const {
   const auto* node = Find(name);
   if (node == nullptr) {
-    PlaceOf(name).Fail(fmt::format("is missing; {}", meaning));
+    FailAt(name, fmt::format("is missing; {}", meaning));
   }
   return *node;
 }

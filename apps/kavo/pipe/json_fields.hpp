@@ -32,7 +32,8 @@ struct JsonPlace {
 std::string_view JsonText(const JsonNode& node, const JsonPlace& place);
 double JsonNumber(const JsonNode& node, const JsonPlace& place);
 simdjson::dom::array JsonList(const JsonNode& node, const JsonPlace& place);
-simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place);
+simdjson::dom::object JsonObject(const JsonNode& node, const JsonPlace& place,
+                                 std::string_view form = R"({"name": value, ...})");
 
 /// The fields of one object. A field that is null counts as absent.
 class JsonFields {
@@ -52,6 +53,10 @@ class JsonFields {
   const JsonNode& Required(std::string_view name, std::string_view meaning) const;
   /// The finite number under a name; `absent` when there is none.
   double Number(std::string_view name, double absent) const;
+  /// Throws UserError for what stands under a name.
+  [[noreturn]] void FailAt(std::string_view name, const std::string& advice) const {
+    PlaceOf(name).Fail(advice);
+  }
   /// The place of a field, for messages.
   JsonPlace PlaceOf(std::string_view name) const { return {&place_, name, 0}; }
 

@@ -2,16 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <array>
-
+#include "job/field_rules.hpp"
 #include "job/sight_reader.hpp"
 #include "pipe/json_toml.hpp"
 
 namespace kavo_app {
 namespace {
-
-constexpr std::array<std::string_view, 3> kPointKeys = {"north", "east", "elev"};
-constexpr std::array<std::string_view, 3> kLineKeys = {"from", "to", "azimuth"};
 
 IntAngle AngleOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
   const auto reading = node.is_number() ? ReadAngle(JsonNumber(node, place), angles)
@@ -23,31 +19,19 @@ IntAngle AngleOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place)
 }
 
 CoordPt PointOf(const JsonNode& node, const JsonPlace& place) {
-  const JsonFields fields(JsonObject(node, place), place, kPointKeys);
-  constexpr std::string_view kMeaning = "a point has north and east, and may have elev";
-  CoordPt point{};
-  point.north = JsonNumber(fields.Required("north", kMeaning), fields.PlaceOf("north"));
-  point.east = JsonNumber(fields.Required("east", kMeaning), fields.PlaceOf("east"));
-  point.elev = fields.Number("elev", 0.0);
-  point.flags = fields.Find("elev") != nullptr ? COORD_HAS_NE | COORD_HAS_ELEV : COORD_HAS_NE;
-  return point;
+  constexpr std::string_view kForm = R"({"north": ..., "east": ..., "elev": ...})";
+  return ReadPointFields(JsonFields(JsonObject(node, place, kForm), place, kPointKeys));
 }
 
 LineDef LineOf(const JsonNode& node, AngleUnit angles, const JsonPlace& place) {
   const JsonFields fields(JsonObject(node, place), place, kLineKeys);
-  constexpr std::string_view kMeaning = "a line has from, and either to or azimuth";
   LineDef line{};
-  line.p1 = PointOf(fields.Required("from", kMeaning), fields.PlaceOf("from"));
-  const auto* azimuth = fields.Find("azimuth");
-  if (azimuth != nullptr && fields.Find("to") != nullptr) {
-    fields.PlaceOf("azimuth").Fail("give either this or to");
-  }
-  if (azimuth != nullptr) {
-    line.mode = LINE_MODE_DIRECTION;
-    line.direction = AngleOf(*azimuth, angles, fields.PlaceOf("azimuth"));
+  line.mode = ReadLineMode(fields);
+  line.p1 = PointOf(*fields.Find("from"), fields.PlaceOf("from"));
+  if (line.mode == LINE_MODE_TWO_POINTS) {
+    line.p2 = PointOf(*fields.Find("to"), fields.PlaceOf("to"));
   } else {
-    line.mode = LINE_MODE_TWO_POINTS;
-    line.p2 = PointOf(fields.Required("to", kMeaning), fields.PlaceOf("to"));
+    line.direction = AngleOf(*fields.Find("azimuth"), angles, fields.PlaceOf("azimuth"));
   }
   return line;
 }

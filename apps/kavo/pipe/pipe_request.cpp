@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 
+#include "base/near_name.hpp"
 #include "base/user_error.hpp"
 #include "job/job_settings.hpp"
 #include "pipe/json_toml.hpp"
@@ -44,17 +45,28 @@ std::string_view Complaint(simdjson::error_code error) {
   }
 }
 
+// Refuses a key that is probably meant to be the wanted one, which the object does not have.
+void RefuseMisspelt(const simdjson::dom::object& object, const JsonPlace& place,
+                    std::string_view wanted) {
+  for (const auto& [key, node] : object) {
+    if (const auto advice = MisspeltAdvice(key, wanted); !advice.empty()) {
+      JsonPlace{&place, key, 0}.Fail(advice);
+    }
+  }
+}
+
 // The service that an object names; the rest of its fields depends on it.
 const Service& ServiceOf(const simdjson::dom::object& object, const JsonPlace& place) {
   const JsonPlace at{&place, "service", 0};
   JsonNode node;
   if (object.at_key("service").get(node) != simdjson::SUCCESS) {
+    RefuseMisspelt(object, place, "service");
     at.Fail("is missing; kavo list names them");
   }
   const auto name = JsonText(node, at);
   const auto* service = FindService(name);
   if (service == nullptr) {
-    at.Fail(fmt::format("\"{}\" is no service; kavo list names them", name));
+    at.Fail(NoServiceAdvice(name));
   }
   return *service;
 }
@@ -133,7 +145,7 @@ AngleUnit AnglesOf(const JsonFields& fields) {
   const auto place = fields.PlaceOf("angles");
   const auto unit = AngleUnitNamed(JsonText(*node, place));
   if (!unit) {
-    place.Fail("is not a notation; there are dms, gon, deg, raw");
+    place.Fail(NoUnitAdvice(JsonText(*node, place)));
   }
   return *unit;
 }

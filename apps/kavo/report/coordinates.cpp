@@ -48,8 +48,7 @@ Role RoleOf(const Service& service, std::size_t output) {
   return measures ? Role::kFoot : Role::kComputed;
 }
 
-// The points that the job gives for an input, also within a list, a line or a sight. A text in
-// brackets is the coordinates themselves.
+// The points that the job gives for an input, also within a list, a line or a sight.
 void AddGiven(const Input& input, bool occupied, PointList& points) {
   for (const auto& part : input.parts) {
     AddGiven(part, occupied, points);
@@ -58,9 +57,8 @@ void AddGiven(const Input& input, bool occupied, PointList& points) {
   if (at == nullptr || input.from) {
     return;
   }
-  const bool named = !input.text.starts_with('(');
-  const auto role = occupied ? Role::kStation : named ? Role::kControl : Role::kGiven;
-  points.Add({named ? input.text : "", *at, role});
+  const auto role = occupied ? Role::kStation : input.named ? Role::kControl : Role::kGiven;
+  points.Add({input.named ? input.text : "", *at, role});
 }
 
 // An earlier result that is used as a station is one from here on.

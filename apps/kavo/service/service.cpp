@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
+#include "base/near_name.hpp"
+#include "base/plain_text.hpp"
 #include "service/service_families.hpp"
 
 namespace kavo_app {
@@ -46,6 +49,14 @@ std::span<const Service> Services() {
 const Service* FindService(std::string_view name) {
   const auto service = std::ranges::find(Services(), name, &Service::name);
   return service == Services().end() ? nullptr : &*service;
+}
+
+std::string NoServiceAdvice(std::string_view name) {
+  std::vector<std::string_view> names;
+  std::ranges::transform(Services(), std::back_inserter(names), &Service::name);
+  const auto near = NearName(name, names);
+  const auto meant = near.empty() ? "" : "perhaps " + std::string(near) + " is meant; ";
+  return Quoted(name) + " is no service; " + meant + "kavo list names them";
 }
 
 const StatusRow* FindStatus(const Service& service, std::int32_t code) {

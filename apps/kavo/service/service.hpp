@@ -134,6 +134,9 @@ std::span<const Service> Services();
 /// The service of that name; null when there is none.
 const Service* FindService(std::string_view name);
 
+/// What is wrong with a name that is no service's, and which was probably meant.
+std::string NoServiceAdvice(std::string_view name);
+
 /// True when a value of one field can stand for the other: of the same kind, and a figure of the
 /// same name. Angles of all kinds can stand for each other.
 bool Fits(const Field& given, const Field& wanted);
