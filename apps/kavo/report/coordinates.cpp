@@ -1,5 +1,7 @@
 #include "report/coordinates.hpp"
 
+#include <algorithm>
+
 #include "report/place_index.hpp"
 
 namespace kavo_app {
