@@ -18,8 +18,7 @@ rapidjson::SizeType SizeOf(std::string_view text) {
 
 JsonDocument::JsonDocument(JsonLayout layout) {
   if (layout == JsonLayout::kIndented) {
-    using Indented = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-    auto& printer = printer_.emplace<Indented>().SetIndent(' ', kIndent);
+    auto& printer = printer_.emplace<IndentedPrinter>().SetIndent(' ', kIndent);
     printer.SetFormatOptions(rapidjson::kFormatDefault);  // RapidJSON 1.1 leaves them unset
   }
 }

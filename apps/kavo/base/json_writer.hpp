@@ -33,18 +33,22 @@ class JsonDocument {
   std::string_view Text() const { return {buffer_.GetString(), buffer_.GetSize()}; }
 
  private:
+  using LinePrinter = rapidjson::Writer<rapidjson::StringBuffer>;
+  using IndentedPrinter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
   friend class JsonWriter;
   friend class ArrayWriter;
   friend class ObjectWriter;
   template <class Write>
   void Print(Write write) {
-    std::visit(write, printer_);
+    if (auto* indented = std::get_if<IndentedPrinter>(&printer_)) {
+      write(*indented);
+    } else {
+      write(*std::get_if<LinePrinter>(&printer_));
+    }
   }
 
   rapidjson::StringBuffer buffer_;
-  std::variant<rapidjson::Writer<rapidjson::StringBuffer>,
-               rapidjson::PrettyWriter<rapidjson::StringBuffer>>
-      printer_;
+  std::variant<LinePrinter, IndentedPrinter> printer_;
 };
 
 /// The place of one value. A member's key comes with the value when it is written: a place that is
