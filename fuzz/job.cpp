@@ -5,9 +5,9 @@
 #include <nlohmann/json.hpp>
 
 #include "job/job.hpp"
+#include "job/run.hpp"
 #include "readers.hpp"
 #include "report/report.hpp"
-#include "run.hpp"
 
 namespace kavo_fuzz {
 namespace {

@@ -9,6 +9,7 @@
 
 #include "base/output_file.hpp"
 #include "base/user_error.hpp"
+#include "plan/drawing.hpp"
 #include "report/report.hpp"
 
 namespace kavo_app {

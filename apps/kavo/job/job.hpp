@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/angle_text.hpp"
-#include "instrument.hpp"
+#include "host/instrument.hpp"
 #include "service/service.hpp"
 
 namespace kavo_app {

@@ -7,8 +7,8 @@
 
 #include "base/plain_text.hpp"
 #include "job/csv_tables.hpp"
-#include "job/faces.hpp"
 #include "job/field_rules.hpp"
+#include "service/faces.hpp"
 
 namespace kavo_app {
 namespace {

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "base/user_error.hpp"
+#include "job/run.hpp"
 #include "report/value_json.hpp"
-#include "run.hpp"
 
 namespace kavo_app {
 namespace {

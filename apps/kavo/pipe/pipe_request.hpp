@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/angle_text.hpp"
-#include "instrument.hpp"
+#include "host/instrument.hpp"
 #include "pipe/json_fields.hpp"
 #include "service/service.hpp"
 

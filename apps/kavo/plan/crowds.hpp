@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

@@ -1,11 +1,12 @@
-// A job's scenes as one SVG file: a sheet for each, one below the other.
+#include "plan/drawing.hpp"
+
 #include <fmt/format.h>
 
 #include <algorithm>
 
+#include "plan/details.hpp"
 #include "plan/sheet_drawer.hpp"
 #include "plan/sheet_style.hpp"
-#include "report/report.hpp"
 
 namespace kavo_app {
 namespace {
@@ -41,7 +42,7 @@ void WriteHead(const std::string& heading, double width, double height, SvgWrite
 }  // namespace
 
 std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
-  auto scenes = ScenesOf(job, outcomes);
+  auto scenes = WithDetails(ScenesOf(job, outcomes));
   if (scenes.empty()) {
     scenes.emplace_back().title = "No step of this job has a place to show";
   }

@@ -1,15 +1,15 @@
 #include "plan/label_placer.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
-#include "plan/area_label.hpp"
+#include "scene/inner_spots.hpp"
 
 namespace kavo_app {
 namespace {
 
-constexpr double kCell = 6.0;      // side of a cell of the grid, millimetres
-constexpr double kSample = 1.0;    // how finely lines are followed, millimetres
 constexpr double kGap = 0.5;       // between symbol and label, millimetres
 constexpr double kLeaderAt = 2.0;  // farther from its symbol a label needs a leader, millimetres
 constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
@@ -61,98 +61,20 @@ PaperBox BoxBeside(const Label& label, PaperSize size, double away, Side side) {
                size);
 }
 
-// Spots along a line, both ends among them.
-template <class Visitor>
-void Follow(PaperSpot from, PaperSpot to, Visitor visitor) {
-  const double dLeft = to.fromLeft - from.fromLeft;
-  const double dTop = to.fromTop - from.fromTop;
-  const int count = static_cast<int>(std::hypot(dLeft, dTop) / kSample) + 1;
-  for (int i = 0; i <= count; ++i) {
-    visitor(PaperSpot{from.fromLeft + dLeft * i / count, from.fromTop + dTop * i / count});
-  }
+// Places within an area on paper, the innermost first.
+std::vector<PaperSpot> SpotsInside(const std::vector<PaperSpot>& area) {
+  std::vector<Spot> ring;
+  std::ranges::transform(area, std::back_inserter(ring), [](PaperSpot spot) {
+    return Spot{spot.fromLeft, -spot.fromTop};
+  });
+  std::vector<PaperSpot> spots;
+  std::ranges::transform(InnerSpots(ring), std::back_inserter(spots), [](Spot spot) {
+    return PaperSpot{spot.right, -spot.up};
+  });
+  return spots;
 }
 
 }  // namespace
-
-LabelPlacer::LabelPlacer(const PaperBox& frame)
-    : frame_(frame),
-      columns_(static_cast<std::size_t>((frame.right - frame.left) / kCell) + 1),
-      rows_(static_cast<std::size_t>((frame.bottom - frame.top) / kCell) + 1),
-      cells_(columns_ * rows_) {}
-
-// Calls the visitor with the cells that a box touches, until it says true.
-template <class Visitor>
-bool LabelPlacer::AnyNear(const PaperBox& box, Visitor visitor) const {
-  const auto cell = [](double from, double to, std::size_t count) {
-    return static_cast<std::size_t>(
-        std::clamp((to - from) / kCell, 0.0, static_cast<double>(count - 1)));
-  };
-  for (auto row = cell(frame_.top, box.top, rows_); row <= cell(frame_.top, box.bottom, rows_);
-       ++row) {
-    for (auto column = cell(frame_.left, box.left, columns_);
-         column <= cell(frame_.left, box.right, columns_); ++column) {
-      if (visitor(row * columns_ + column)) {
-        return true;
-      }
-    }
-  }
-  return false;
-}
-
-void LabelPlacer::Block(const PaperBox& box) {
-  AnyNear(box, [&](std::size_t cell) {
-    cells_[cell].blocked.push_back(box);
-    return false;
-  });
-}
-
-void LabelPlacer::Avoid(PaperSpot from, PaperSpot to) {
-  const auto part = PartIn(frame_, from, to);
-  if (!part) {
-    return;
-  }
-  Follow(part->first, part->second, [this](PaperSpot spot) {
-    const auto box = Around(spot, kSample / 2.0);
-    AnyNear(box, [&](std::size_t cell) {
-      cells_[cell].avoided.push_back(box);
-      return false;
-    });
-  });
-}
-
-std::optional<double> LabelPlacer::CostOf(const PaperBox& box) const {
-  const auto overlaps = [&box](const PaperBox& other) { return other.Overlaps(box); };
-  const bool taken = !frame_.Holds(box) || AnyNear(box, [&](std::size_t cell) {
-    return std::ranges::any_of(cells_[cell].blocked, overlaps);
-  });
-  if (taken) {
-    return std::nullopt;
-  }
-  std::ptrdiff_t crossed = 0;
-  AnyNear(box, [&](std::size_t cell) {
-    crossed += std::ranges::count_if(cells_[cell].avoided, overlaps);
-    return false;
-  });
-  return kSample * static_cast<double>(crossed);
-}
-
-// A leader may leave its own symbol, and others that lie on the same spot, but cross none, and no
-// other leader.
-bool LabelPlacer::LeaderIsFree(const Label& label, const PaperBox& box) const {
-  const auto end = box.Nearest(label.anchor);
-  bool isFree = std::ranges::none_of(leaders_, [&](const Leader& other) {
-    return Cross(label.anchor, end, other.from, other.to);
-  });
-  const auto stops = [&](PaperSpot spot) {
-    return AnyNear(Around(spot, 0.0), [&](std::size_t cell) {
-      return std::ranges::any_of(cells_[cell].blocked, [&](const PaperBox& blocked) {
-        return blocked.Holds(spot) && !blocked.Holds(label.anchor);
-      });
-    });
-  };
-  Follow(label.anchor, end, [&](PaperSpot spot) { isFree = isFree && !stops(spot); });
-  return isFree;
-}
 
 // The label of an area that lies on its boundary would be anyone's.
 std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t rings) const {
@@ -163,9 +85,10 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
     const bool led = kRings[ring] > kLeaderAt || !label.area.empty();
     for (std::size_t side = 0; side < (led ? kSides.size() : kNearSides); ++side) {
       const auto box = BoxBeside(label, size, kRings[ring], kSides[side]);
-      const auto crossed = CostOf(box);
+      const auto crossed = room_.CostOf(box);
       if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
-          !(led && !LeaderIsFree(label, box)) && !Crosses(label.area, box)) {
+          !(led && !room_.HasWayFor(label.anchor, box.Nearest(label.anchor))) &&
+          !Crosses(label.area, box)) {
         bestCost = *crossed + kAwayCost * kRings[ring];
         best = {box, label.lines, label.code, AlignOf(kSides[side]),
                 led ? std::optional(label.anchor) : std::nullopt};
@@ -182,12 +105,12 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
   std::optional<PlacedLabel> best;
   double bestCost = HUGE_VAL;
   double cost = 0.0;
-  for (const auto& spot : InnerSpots(label.area)) {
+  for (const auto& spot : SpotsInside(label.area)) {
     if (cost >= bestCost) {
       break;
     }
     const auto box = BoxAt(spot, size);
-    const auto crossed = CostOf(box);
+    const auto crossed = room_.CostOf(box);
     if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
       bestCost = *crossed + cost;
       best = {box, label.lines, {}, Align::kMiddle, std::nullopt};
@@ -198,11 +121,9 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
 }
 
 void LabelPlacer::Take(const PlacedLabel& label) {
-  Block(label.box);
+  room_.Block(label.box);
   if (label.leaderFrom) {
-    const auto end = label.box.Nearest(*label.leaderFrom);
-    Avoid(*label.leaderFrom, end);
-    leaders_.push_back({*label.leaderFrom, end});
+    room_.AddLeader(*label.leaderFrom, label.box.Nearest(*label.leaderFrom));
   }
 }
 
@@ -234,8 +155,8 @@ void LabelPlacer::AddCode(PlacedLabel& label, const std::string& code) {
   const bool atEnd = label.align == Align::kStart;
   const PaperBox more{atEnd ? box.right : box.left - width, box.top,
                       atEnd ? box.right + width : box.left, bottom};
-  if (CostOf(more) == 0.0) {
-    Block(more);
+  if (room_.CostOf(more) == 0.0) {
+    room_.Block(more);
     label.code = code;
   }
 }

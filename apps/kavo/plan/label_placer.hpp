@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "plan/paper.hpp"
+#include "plan/paper_room.hpp"
 
 namespace kavo_app {
 
@@ -38,41 +38,24 @@ inline constexpr double kCodeSize = 2.0;      ///< Of a code's font, millimetres
 class LabelPlacer {
  public:
   /// @param frame  what every label stays in.
-  explicit LabelPlacer(const PaperBox& frame);
+  explicit LabelPlacer(const PaperBox& frame) : room_(frame) {}
 
   /// Keeps all labels off a box.
-  void Block(const PaperBox& box);
+  void Block(const PaperBox& box) { room_.Block(box); }
   /// Lets labels cross the line only where there is no better room.
-  void Avoid(PaperSpot from, PaperSpot to);
+  void Avoid(PaperSpot from, PaperSpot to) { room_.Avoid(from, to); }
   /// The place of a label, which blocks it for the next ones; none when there is no room.
   std::optional<PlacedLabel> Place(Label label);
   /// Adds a code to a label that was placed without one, if there is room.
   void AddCode(PlacedLabel& label, const std::string& code);
 
  private:
-  struct Cell {
-    std::vector<PaperBox> blocked;
-    std::vector<PaperBox> avoided;
-  };
-  struct Leader {
-    PaperSpot from;
-    PaperSpot to;
-  };
   /// The best box within so many rings around the anchor.
   std::optional<PlacedLabel> Beside(const Label& label, std::size_t rings) const;
   std::optional<PlacedLabel> Inside(const Label& label) const;
-  /// How many millimetres of lines a place covers; none where it is impossible.
-  std::optional<double> CostOf(const PaperBox& box) const;
-  bool LeaderIsFree(const Label& label, const PaperBox& box) const;
   void Take(const PlacedLabel& label);
-  template <class Visitor>
-  bool AnyNear(const PaperBox& box, Visitor visitor) const;
 
-  PaperBox frame_;
-  std::size_t columns_;
-  std::size_t rows_;
-  std::vector<Cell> cells_;  // a grid over the frame, row by row
-  std::vector<Leader> leaders_;
+  PaperRoom room_;
 };
 
 }  // namespace kavo_app

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plan/paper.hpp"
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

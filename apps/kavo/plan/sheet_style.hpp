@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

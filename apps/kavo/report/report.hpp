@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "job/job.hpp"
-#include "run.hpp"
+#include "job/run.hpp"
 
 namespace kavo_app {
 
@@ -24,8 +24,5 @@ std::string CsvList(const Job& job, const std::vector<Outcome>& outcomes);
 
 /// All points, lines and areas as GeoJSON in grid coordinates, which it says of itself.
 std::string GeoJson(const Job& job, const std::vector<Outcome>& outcomes);
-
-/// Plans, facades and sections as an SVG drawing of A4 sheets, one below the other.
-std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes);
 
 }  // namespace kavo_app

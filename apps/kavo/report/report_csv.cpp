@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "base/geometry.hpp"
-#include "report/coordinates.hpp"
 #include "report/report.hpp"
+#include "scene/coordinates.hpp"
 
 namespace kavo_app {
 namespace {

@@ -4,9 +4,9 @@
 #include "base/geometry.hpp"
 #include "base/json_writer.hpp"
 #include "base/plain_text.hpp"
-#include "plan/scene.hpp"
-#include "report/coordinates.hpp"
 #include "report/report.hpp"
+#include "scene/coordinates.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 namespace {

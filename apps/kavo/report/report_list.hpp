@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/angle_text.hpp"
+#include "job/run.hpp"
 #include "report/text_page.hpp"
-#include "run.hpp"
 
 namespace kavo_app {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/angle_text.hpp"
-#include "run.hpp"
+#include "job/run.hpp"
 
 namespace kavo_app {
 

@@ -6,8 +6,8 @@
 
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
-#include "job/faces.hpp"
 #include "report/text_table.hpp"
+#include "service/faces.hpp"
 
 namespace kavo_app {
 namespace {

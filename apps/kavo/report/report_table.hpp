@@ -4,8 +4,8 @@
 #include <span>
 
 #include "base/angle_text.hpp"
+#include "job/run.hpp"
 #include "report/text_page.hpp"
-#include "run.hpp"
 
 namespace kavo_app {
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "base/geometry.hpp"
-#include "job/faces.hpp"
+#include "service/faces.hpp"
 
 namespace kavo_app {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "base/angle_text.hpp"
 #include "base/json_writer.hpp"
-#include "run.hpp"
+#include "job/run.hpp"
 
 namespace kavo_app {
 

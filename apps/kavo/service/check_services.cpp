@@ -5,7 +5,7 @@
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
-#include "job/faces.hpp"
+#include "service/faces.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 

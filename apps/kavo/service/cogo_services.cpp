@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
-#include "job/faces.hpp"
+#include "service/faces.hpp"
 #include "service/outline.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
-#include "instrument.hpp"
+#include "host/instrument.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 

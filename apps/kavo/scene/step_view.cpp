@@ -1,4 +1,4 @@
-#include "report/step_view.hpp"
+#include "scene/step_view.hpp"
 
 #include <algorithm>
 #include <stdexcept>

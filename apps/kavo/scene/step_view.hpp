@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "job/job.hpp"
-#include "run.hpp"
+#include "job/run.hpp"
 
 namespace kavo_app {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "report/coordinates.hpp"
-#include "report/place_index.hpp"
+#include "scene/coordinates.hpp"
+#include "scene/place_index.hpp"
 
 namespace kavo_app {
 
@@ -122,10 +122,6 @@ std::string MetresText(double metres);
 /// Everything that a job can show: plans, one for each place where it works, then a facade for each
 /// plane and a section for each design slope that something was measured against.
 std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes);
-
-/// Each scene, followed by its crowded parts as scenes of their own; one that is crowded all over,
-/// by the sheets that it is cut into.
-std::vector<Scene> WithDetails(std::vector<Scene> scenes);
 
 /// Parts of ScenesOf.
 std::vector<Scene> PlanScenes(const Job& job, const std::vector<Outcome>& outcomes);

@@ -3,13 +3,13 @@
 
 #include <vector>
 
-#include "plan/paper.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 
 /// Nodes of a grid inside an area, the farthest from its boundary first, with heights counted for
 /// more because a label is wide; a corner when the area has no inside.
 /// @param ring  the boundary, closed: its last vertex is its first.
-std::vector<PaperSpot> InnerSpots(const std::vector<PaperSpot>& ring);
+std::vector<Spot> InnerSpots(const std::vector<Spot>& ring);
 
 }  // namespace kavo_app

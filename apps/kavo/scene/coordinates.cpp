@@ -1,8 +1,8 @@
-#include "report/coordinates.hpp"
+#include "scene/coordinates.hpp"
 
 #include <algorithm>
 
-#include "report/place_index.hpp"
+#include "scene/place_index.hpp"
 
 namespace kavo_app {
 namespace {

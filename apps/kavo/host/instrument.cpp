@@ -1,5 +1,5 @@
 // A worked example of a host build: the five functions that the library asks its host.
-#include "instrument.hpp"
+#include "host/instrument.hpp"
 
 #include "base/geometry.hpp"
 #include "core/host.hpp"

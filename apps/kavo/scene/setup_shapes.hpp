@@ -1,7 +1,7 @@
 // Set-ups on a plan: sights, and how well they fit.
 #pragma once
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

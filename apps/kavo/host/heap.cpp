@@ -1,5 +1,5 @@
 // A worked example of a host's heap: the process's own, which also knows what is out.
-#include "heap.hpp"
+#include "host/heap.hpp"
 
 #include <cstddef>
 #include <cstdlib>

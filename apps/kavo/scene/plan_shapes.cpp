@@ -1,4 +1,4 @@
-#include "plan/plan_shapes.hpp"
+#include "scene/plan_shapes.hpp"
 
 #include <fmt/format.h>
 
@@ -8,9 +8,9 @@
 #include <numbers>
 
 #include "base/geometry.hpp"
-#include "plan/area_label.hpp"
-#include "plan/reference_shapes.hpp"
-#include "plan/setup_shapes.hpp"
+#include "scene/inner_spots.hpp"
+#include "scene/reference_shapes.hpp"
+#include "scene/setup_shapes.hpp"
 
 namespace kavo_app {
 namespace {
@@ -86,16 +86,6 @@ void AddCorner(const StepView& step, Scene& scene) {
   }
 }
 
-// The innermost place of an area, by its boundary as it would lie on paper.
-Spot MiddleOf(const std::vector<Spot>& boundary) {
-  std::vector<PaperSpot> ring;
-  std::ranges::transform(boundary, std::back_inserter(ring), [](Spot spot) {
-    return PaperSpot{spot.right, -spot.up};
-  });
-  const auto middle = InnerSpots(ring).front();
-  return {middle.fromLeft, -middle.fromTop};
-}
-
 void AddParcel(const StepView& step, Scene& scene) {
   const auto& corners = *step.Find<std::vector<CoordPt>>("points");
   if (corners.empty()) {
@@ -105,7 +95,7 @@ void AddParcel(const StepView& step, Scene& scene) {
   std::ranges::transform(corners, std::back_inserter(vertices), InPlan);
   vertices.push_back(vertices.front());
   scene.captions.push_back(
-      {MiddleOf(vertices),
+      {InnerSpots(vertices).front(),
        fmt::format("{}: {:.2f} m²", step.GetStep().name, std::get<double>(*step.Out("area"))),
        vertices});
   AddPath(scene, Stroke::kBoundary, std::move(vertices));

@@ -1,7 +1,7 @@
 // What one step puts on a plan.
 #pragma once
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

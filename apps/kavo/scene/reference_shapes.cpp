@@ -1,4 +1,4 @@
-#include "plan/reference_shapes.hpp"
+#include "scene/reference_shapes.hpp"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
-#include "plan/plan_shapes.hpp"
+#include "scene/plan_shapes.hpp"
 
 namespace kavo_app {
 namespace {

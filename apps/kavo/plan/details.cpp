@@ -1,4 +1,5 @@
-// Details: the crowded parts of a scene again, larger.
+#include "plan/details.hpp"
+
 #include <fmt/format.h>
 
 #include <algorithm>

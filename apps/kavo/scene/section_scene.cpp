@@ -5,7 +5,7 @@
 #include <cmath>
 #include <map>
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 namespace {

@@ -1,4 +1,4 @@
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 #include <fmt/format.h>
 
@@ -129,7 +129,7 @@ std::vector<Scene> ScenesOf(const Job& job, const std::vector<Outcome>& outcomes
   for (auto more : {FacadeScenes(job, outcomes), SectionScenes(job, outcomes)}) {
     Move(more, scenes);
   }
-  return WithDetails(std::move(scenes));
+  return scenes;
 }
 
 }  // namespace kavo_app

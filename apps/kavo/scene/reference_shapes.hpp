@@ -1,7 +1,7 @@
 // Reference lines and arcs on a plan, and what was measured against them.
 #pragma once
 
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "plan/plan_shapes.hpp"
+#include "scene/plan_shapes.hpp"
 
 namespace kavo_app {
 namespace {

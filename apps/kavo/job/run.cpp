@@ -1,4 +1,4 @@
-#include "run.hpp"
+#include "job/run.hpp"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
-#include "heap.hpp"
+#include "host/heap.hpp"
 #include "service/input_rules.hpp"
 #include "service/setup.hpp"
 #include "service/trust.hpp"

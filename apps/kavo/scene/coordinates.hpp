@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "report/step_view.hpp"
+#include "scene/step_view.hpp"
 
 namespace kavo_app {
 

@@ -1,4 +1,4 @@
-#include "job/faces.hpp"
+#include "service/faces.hpp"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
-#include "plan/setup_shapes.hpp"
+#include "scene/setup_shapes.hpp"
 
 #include <cmath>
 
 #include "base/geometry.hpp"
-#include "plan/plan_shapes.hpp"
+#include "scene/plan_shapes.hpp"
 
 namespace kavo_app {
 namespace {

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "base/geometry.hpp"
-#include "plan/scene.hpp"
+#include "scene/scene.hpp"
 
 namespace kavo_app {
 namespace {
