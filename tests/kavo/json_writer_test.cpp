@@ -63,7 +63,7 @@ TEST(JsonWriter, EveryNumberReadsBack) {
 }
 
 // Something of everything, also what is empty, alone and inside.
-void WriteSample(JsonWriter json) {
+void WriteSample(const JsonWriter& json) {
   auto object = json.Object();
   object.Key("").Integer(9007199254740993);
   object.Key("a\"").Boolean(true);

@@ -17,7 +17,7 @@ void WriteId(ObjectWriter& answer, std::string_view id) {
   }
 }
 
-void WriteResult(JsonWriter json, std::string_view id, const Request& request,
+void WriteResult(const JsonWriter& json, std::string_view id, const Request& request,
                  const Outcome& outcome) {
   auto answer = json.Object();
   WriteId(answer, id);
@@ -32,7 +32,7 @@ void WriteResult(JsonWriter json, std::string_view id, const Request& request,
 }
 
 // What is wrong; with the export's status when it was the export that found it.
-void WriteError(JsonWriter json, std::string_view id, std::string_view complaint,
+void WriteError(const JsonWriter& json, std::string_view id, std::string_view complaint,
                 std::size_t number, const Outcome* outcome = nullptr) {
   auto answer = json.Object();
   WriteId(answer, id);
@@ -94,7 +94,7 @@ void LineAnswerer::AppendAnswer(std::string& out) const {
   out += '\n';
 }
 
-bool LineAnswerer::WriteAnswer(JsonWriter json, std::string_view line, std::size_t number) {
+bool LineAnswerer::WriteAnswer(const JsonWriter& json, std::string_view line, std::size_t number) {
   try {
     auto request = reader_.Read(line, id_);
     const auto outcome = OutcomeOf(request);

@@ -23,7 +23,7 @@ class LineAnswerer {
   void Refuse(std::string_view complaint, std::size_t number, std::string& out);
 
  private:
-  bool WriteAnswer(JsonWriter json, std::string_view line, std::size_t number);
+  bool WriteAnswer(const JsonWriter& json, std::string_view line, std::size_t number);
 
   void AppendAnswer(std::string& out) const;
 

@@ -11,7 +11,7 @@
 namespace kavo_app {
 namespace {
 
-void WritePosition(JsonWriter json, double east, double north,
+void WritePosition(const JsonWriter& json, double east, double north,
                    std::optional<double> elev = std::nullopt) {
   auto position = json.Array();
   position.Next().Number(east);
@@ -21,14 +21,14 @@ void WritePosition(JsonWriter json, double east, double north,
   }
 }
 
-void WriteVertices(JsonWriter json, const ScenePath& path) {
+void WriteVertices(const JsonWriter& json, const ScenePath& path) {
   auto vertices = json.Array();
   for (const auto& spot : path.vertices) {
     WritePosition(vertices.Next(), spot.right, spot.up);
   }
 }
 
-void WriteGeometry(JsonWriter json, const JobPoint& point) {
+void WriteGeometry(const JsonWriter& json, const JobPoint& point) {
   auto geometry = json.Object();
   geometry.Key("type").Text("Point");
   WritePosition(geometry.Key("coordinates"), point.at.east, point.at.north,
@@ -36,7 +36,7 @@ void WriteGeometry(JsonWriter json, const JobPoint& point) {
 }
 
 // A polygon is a list of rings; an area has one.
-void WriteGeometry(JsonWriter json, const ScenePath& path) {
+void WriteGeometry(const JsonWriter& json, const ScenePath& path) {
   auto geometry = json.Object();
   if (path.stroke == Stroke::kBoundary) {
     geometry.Key("type").Text("Polygon");
@@ -48,7 +48,7 @@ void WriteGeometry(JsonWriter json, const ScenePath& path) {
   }
 }
 
-void WriteProperties(JsonWriter json, const JobPoint& point) {
+void WriteProperties(const JsonWriter& json, const JobPoint& point) {
   auto properties = json.Object();
   properties.Key("name").Text(point.name);
   properties.Key("role").Text(RoleText(point.role));
@@ -59,21 +59,21 @@ void WriteProperties(JsonWriter json, const JobPoint& point) {
   }
 }
 
-void WriteProperties(JsonWriter json, const ScenePath& path) {
+void WriteProperties(const JsonWriter& json, const ScenePath& path) {
   auto properties = json.Object();
   properties.Key("role").Text(path.stroke == Stroke::kBoundary ? "area" : "reference");
 }
 
 // A point or a path.
 template <class Shown>
-void WriteFeature(JsonWriter json, const Shown& shown) {
+void WriteFeature(const JsonWriter& json, const Shown& shown) {
   auto feature = json.Object();
   feature.Key("type").Text("Feature");
   WriteGeometry(feature.Key("geometry"), shown);
   WriteProperties(feature.Key("properties"), shown);
 }
 
-void WriteFeatures(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+void WriteFeatures(const JsonWriter& json, const Job& job, const std::vector<Outcome>& outcomes) {
   auto features = json.Array();
   for (const auto& point : AllPoints(job, outcomes)) {
     WriteFeature(features.Next(), point);
@@ -93,7 +93,7 @@ constexpr std::string_view kCoordinates =
 
 // "crs": null is how GeoJSON, before it settled on longitude and latitude, said that no
 // transformation may be assumed; programs still take it so.
-void WriteCollection(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+void WriteCollection(const JsonWriter& json, const Job& job, const std::vector<Outcome>& outcomes) {
   auto collection = json.Object();
   collection.Key("type").Text("FeatureCollection");
   collection.Key("name").Text(job.title.empty() ? AsUtf8(job.file) : job.title);

@@ -8,7 +8,8 @@ namespace kavo_app {
 namespace {
 
 // A base is only named: the step that set it says all of it.
-void WriteInputs(JsonWriter json, const Step& step, const Outcome& outcome, AngleUnit angles) {
+void WriteInputs(const JsonWriter& json, const Step& step, const Outcome& outcome,
+                 AngleUnit angles) {
   auto object = json.Object();
   for (std::size_t i = 0; i < step.inputs.size(); ++i) {
     const Field& field = step.service->inputs[i];
@@ -23,7 +24,7 @@ void WriteInputs(JsonWriter json, const Step& step, const Outcome& outcome, Angl
   }
 }
 
-void WriteExpectation(JsonWriter json, const Service& service, const Expectation& expected,
+void WriteExpectation(const JsonWriter& json, const Service& service, const Expectation& expected,
                       const Comparison& comparison, AngleUnit angles) {
   auto object = json.Object();
   object.Key("output").Text(service.outputs[expected.output].name);
@@ -39,7 +40,7 @@ void WriteExpectation(JsonWriter json, const Service& service, const Expectation
   }
 }
 
-void WriteExpectations(JsonWriter json, const Step& step, const Outcome& outcome,
+void WriteExpectations(const JsonWriter& json, const Step& step, const Outcome& outcome,
                        AngleUnit angles) {
   auto array = json.Array();
   for (std::size_t i = 0; i < step.expected.size(); ++i) {
@@ -47,7 +48,7 @@ void WriteExpectations(JsonWriter json, const Step& step, const Outcome& outcome
   }
 }
 
-void WriteStep(JsonWriter json, const Step& step, const Outcome& outcome, AngleUnit angles) {
+void WriteStep(const JsonWriter& json, const Step& step, const Outcome& outcome, AngleUnit angles) {
   auto object = json.Object();
   object.Key("name").Text(step.name);
   object.Key("service").Text(step.service->name);
@@ -70,21 +71,21 @@ void WriteStep(JsonWriter json, const Step& step, const Outcome& outcome, AngleU
   }
 }
 
-void WriteSettings(JsonWriter json, const Job& job) {
+void WriteSettings(const JsonWriter& json, const Job& job) {
   auto array = json.Array();
   for (const auto& text : job.settingTexts) {
     array.Next().Text(text);
   }
 }
 
-void WriteSteps(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+void WriteSteps(const JsonWriter& json, const Job& job, const std::vector<Outcome>& outcomes) {
   auto array = json.Array();
   for (std::size_t i = 0; i < job.steps.size(); ++i) {
     WriteStep(array.Next(), job.steps[i], outcomes[i], job.angles);
   }
 }
 
-void WriteReport(JsonWriter json, const Job& job, const std::vector<Outcome>& outcomes) {
+void WriteReport(const JsonWriter& json, const Job& job, const std::vector<Outcome>& outcomes) {
   auto object = json.Object();
   object.Key("format").Text("kavo report 1");
   object.Key("title").Text(job.title);

@@ -8,7 +8,7 @@
 namespace kavo_app {
 namespace {
 
-void WriteNumber(JsonWriter json, std::optional<double> number) {
+void WriteNumber(const JsonWriter& json, std::optional<double> number) {
   if (number) {
     json.Number(*number);
   } else {
@@ -16,7 +16,7 @@ void WriteNumber(JsonWriter json, std::optional<double> number) {
   }
 }
 
-void WriteAngle(JsonWriter json, std::optional<IntAngle> angle, AngleUnit angles) {
+void WriteAngle(const JsonWriter& json, std::optional<IntAngle> angle, AngleUnit angles) {
   if (!angle) {
     json.Null();
     return;
@@ -26,7 +26,7 @@ void WriteAngle(JsonWriter json, std::optional<IntAngle> angle, AngleUnit angles
   object.Key("text").Text(AngleText(*angle, angles));
 }
 
-void WritePoint(JsonWriter json, const CoordPt& point) {
+void WritePoint(const JsonWriter& json, const CoordPt& point) {
   auto object = json.Object();
   object.Key("north").Number(point.north);
   object.Key("east").Number(point.east);
@@ -35,14 +35,14 @@ void WritePoint(JsonWriter json, const CoordPt& point) {
   }
 }
 
-void WritePoints(JsonWriter json, const std::vector<CoordPt>& points) {
+void WritePoints(const JsonWriter& json, const std::vector<CoordPt>& points) {
   auto array = json.Array();
   for (const auto& point : points) {
     WritePoint(array.Next(), point);
   }
 }
 
-void WriteLine(JsonWriter json, const LineDef& line, AngleUnit angles) {
+void WriteLine(const JsonWriter& json, const LineDef& line, AngleUnit angles) {
   auto object = json.Object();
   WritePoint(object.Key("from"), line.p1);
   if (line.mode == LINE_MODE_TWO_POINTS) {
@@ -52,7 +52,7 @@ void WriteLine(JsonWriter json, const LineDef& line, AngleUnit angles) {
   }
 }
 
-void WriteResiduals(JsonWriter json, const std::vector<SightResidual>& residuals,
+void WriteResiduals(const JsonWriter& json, const std::vector<SightResidual>& residuals,
                     AngleUnit angles) {
   auto array = json.Array();
   for (const auto& residual : residuals) {
@@ -65,7 +65,7 @@ void WriteResiduals(JsonWriter json, const std::vector<SightResidual>& residuals
 }
 
 // What was not read is left out.
-void WriteReading(JsonWriter json, const Reading& reading, AngleUnit angles) {
+void WriteReading(const JsonWriter& json, const Reading& reading, AngleUnit angles) {
   auto object = json.Object();
   object.Key("face").Integer(reading.face2 ? 2 : 1);
   WriteAngle(object.Key("ha"), reading.ha, angles);
@@ -83,7 +83,7 @@ void WriteReading(JsonWriter json, const Reading& reading, AngleUnit angles) {
   }
 }
 
-void WriteReadings(JsonWriter json, const Sight& sight, AngleUnit angles) {
+void WriteReadings(const JsonWriter& json, const Sight& sight, AngleUnit angles) {
   auto array = json.Array();
   for (const auto& reading : sight.readings) {
     WriteReading(array.Next(), reading, angles);
@@ -105,7 +105,7 @@ void WriteReduced(ObjectWriter& object, const Sight& sight, AngleUnit angles) {
   WriteNumber(object.Key("th"), ifSo(sight.hasHeight, sight.targetHeight));
 }
 
-void WriteSight(JsonWriter json, const Sight& sight, AngleUnit angles) {
+void WriteSight(const JsonWriter& json, const Sight& sight, AngleUnit angles) {
   auto object = json.Object();
   object.Key("sight").Text(sight.name);
   if (HasPosition(sight.point)) {
@@ -122,7 +122,7 @@ void WriteSight(JsonWriter json, const Sight& sight, AngleUnit angles) {
   WriteReduced(object, sight, angles);
 }
 
-void WriteFaces(JsonWriter json, const FaceSummary& faces, AngleUnit angles) {
+void WriteFaces(const JsonWriter& json, const FaceSummary& faces, AngleUnit angles) {
   auto object = json.Object();
   object.Key("pairs").Integer(static_cast<std::int64_t>(faces.pairs));
   WriteAngle(object.Key("collimation"), faces.collimation, angles);
@@ -131,7 +131,7 @@ void WriteFaces(JsonWriter json, const FaceSummary& faces, AngleUnit angles) {
   WriteAngle(object.Key("indexSpread"), faces.indexSpread, angles);
 }
 
-void WriteSights(JsonWriter json, const std::vector<Sight>& sights, AngleUnit angles) {
+void WriteSights(const JsonWriter& json, const std::vector<Sight>& sights, AngleUnit angles) {
   auto object = json.Object();
   {
     auto array = object.Key("sights").Array();
@@ -146,7 +146,7 @@ void WriteSights(JsonWriter json, const std::vector<Sight>& sights, AngleUnit an
 
 }  // namespace
 
-void WriteJsonValue(JsonWriter json, const Value& value, AngleUnit angles) {
+void WriteJsonValue(const JsonWriter& json, const Value& value, AngleUnit angles) {
   if (const auto* angle = std::get_if<IntAngle>(&value)) {
     WriteAngle(json, *angle, angles);
   } else if (const auto* number = std::get_if<double>(&value)) {
@@ -166,7 +166,7 @@ void WriteJsonValue(JsonWriter json, const Value& value, AngleUnit angles) {
   }
 }
 
-void WriteJsonOutputs(JsonWriter json, const Service& service, const Outcome& outcome,
+void WriteJsonOutputs(const JsonWriter& json, const Service& service, const Outcome& outcome,
                       AngleUnit angles) {
   auto object = json.Object();
   for (std::size_t i = 0; i < outcome.outputs.size(); ++i) {

@@ -168,7 +168,7 @@ std::vector<toml::key> KeysAsWritten(const toml::table& table) {
   return keys;
 }
 
-void WriteNode(JsonWriter json, const toml::node& node) {
+void WriteNode(const JsonWriter& json, const toml::node& node) {
   if (const auto* table = node.as_table()) {
     auto object = json.Object();
     for (const auto& key : KeysAsWritten(*table)) {
@@ -197,7 +197,7 @@ void WriteCall(ObjectWriter& object, const Service& service) {
   }
 }
 
-void WriteRequest(JsonWriter json, const Service& service) {
+void WriteRequest(const JsonWriter& json, const Service& service) {
   auto request = json.Object();
   WriteCall(request, service);
   if (const auto* base = BaseInput(service)) {
