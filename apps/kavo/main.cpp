@@ -73,48 +73,59 @@ void AddRunOptions(CLI::App& run, RunOptions& options) {
   run.footer("A FILE of - stands for standard output, in place of the report.");
 }
 
-int Dispatch(int argc, char** argv) {
+// What a command line can say.
+struct CommandLine {
   CLI::App app{"Computes survey jobs with the kavostdlib library.", "kavo"};
-  app.footer(
-      "A job is made of services: kavo list names them,\n"
-      "kavo help SERVICE explains one, with an example.");
-  app.formatter(std::make_shared<HelpFormatter>());
-  app.set_version_flag("--version", "kavo " KAVO_VERSION, "Print the version and exit");
-  app.require_subcommand(1);
-  RunOptions options;
-  std::string service;
-  auto* run = app.add_subcommand("run", "Run a job and print its report");
-  AddRunOptions(*run, options);
-  std::size_t firstLine = 1;
-  auto* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
-  pipe->footer("kavo help SERVICE shows a request of each service.");
-  pipe->add_option("--first-line", firstLine,
-                   "Number of the first line, in messages; 1 when absent")
-      ->option_text("NUMBER");
-  auto* list = app.add_subcommand("list", "List the services");
-  auto* help =
+  CLI::App* run = app.add_subcommand("run", "Run a job and print its report");
+  CLI::App* pipe = app.add_subcommand("pipe", "Answer requests in JSON, one on each line");
+  CLI::App* list = app.add_subcommand("list", "List the services");
+  CLI::App* help =
       app.add_subcommand("help", "Show a service's fields, units and statuses, with an example");
-  help->add_option("SERVICE", service, "Name of a service or command; the commands when absent");
+  RunOptions options;
+  std::size_t firstLine = 1;
+  std::string service;
   bool man = false;
-  help->add_flag("--man", man, "Print the manual page, for man -l -");
+
+  CommandLine() {
+    app.footer(
+        "A job is made of services: kavo list names them,\n"
+        "kavo help SERVICE explains one, with an example.");
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_version_flag("--version", "kavo " KAVO_VERSION, "Print the version and exit");
+    app.require_subcommand(1);
+    for (auto* command : app.get_subcommands({})) {
+      command->formatter(app.get_formatter());
+    }
+    AddRunOptions(*run, options);
+    pipe->footer("kavo help SERVICE shows a request of each service.");
+    pipe->add_option("--first-line", firstLine,
+                     "Number of the first line, in messages; 1 when absent")
+        ->option_text("NUMBER");
+    help->add_option("SERVICE", service, "Name of a service or command; the commands when absent");
+    help->add_flag("--man", man, "Print the manual page, for man -l -");
+  }
+};
+
+int Dispatch(int argc, char** argv) {
+  CommandLine line;
   try {
-    app.parse(argc, argv);
+    line.app.parse(argc, argv);
   } catch (const CLI::Success& success) {
-    return app.exit(success);
+    return line.app.exit(success);
   } catch (const CLI::ParseError& error) {
     throw UserError({"kavo", 0}, "",
                     fmt::format("{}; kavo --help shows the commands", error.what()));
   }
-  if (list->parsed()) {
+  if (line.list->parsed()) {
     return List();
   }
-  if (pipe->parsed()) {
-    return AnswerLines(firstLine) ? kAllGood : kNotGood;
+  if (line.pipe->parsed()) {
+    return AnswerLines(line.firstLine) ? kAllGood : kNotGood;
   }
-  if (help->parsed()) {
-    return Help(app, service, man);
+  if (line.help->parsed()) {
+    return Help(line.app, line.service, line.man);
   }
-  return RunCommand(options) ? kAllGood : kNotGood;
+  return RunCommand(line.options) ? kAllGood : kNotGood;
 }
 
 }  // namespace

@@ -39,6 +39,19 @@ void WriteHead(const std::string& heading, double width, double height, SvgWrite
   WriteClip("portrait", kPortrait, svg);
 }
 
+void WriteSheets(const std::vector<Scene>& scenes, const std::string& heading,
+                 const std::vector<std::string>& remarks, SvgWriter& svg) {
+  double top = 0.0;
+  for (const auto& scene : scenes) {
+    SheetDrawer drawer(scene);
+    svg.Open("sheet", fmt::format("transform=\"translate(0 {})\"", top));
+    svg.Box("paper", {0.0, 0.0, drawer.Paper().width, drawer.Paper().height});
+    drawer.Draw(heading, remarks, svg);
+    svg.Close();
+    top += drawer.Paper().height;
+  }
+}
+
 }  // namespace
 
 std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
@@ -54,18 +67,9 @@ std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
     height += sheet.height;
   }
   const auto heading = job.title.empty() ? job.file : job.title;
-  const auto remarks = RemarksOf(job, outcomes);
   SvgWriter svg;
   WriteHead(heading, width, height, svg);
-  double top = 0.0;
-  for (const auto& scene : scenes) {
-    SheetDrawer drawer(scene);
-    svg.Open("sheet", fmt::format("transform=\"translate(0 {})\"", top));
-    svg.Box("paper", {0.0, 0.0, drawer.Paper().width, drawer.Paper().height});
-    drawer.Draw(heading, remarks, svg);
-    svg.Close();
-    top += drawer.Paper().height;
-  }
+  WriteSheets(scenes, heading, RemarksOf(job, outcomes), svg);
   svg.Raw("</svg>\n");
   return svg.Take();
 }

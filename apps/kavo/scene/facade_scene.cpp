@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -63,38 +64,42 @@ Facade WallFacade(const StepView& wall, const StepView& sight) {
 // is.
 constexpr double kUpright = 0.1;
 
-// Across is to the right of along as the instrument sees it, so turning the sheet by quarter
-// circles never mirrors. The turn taken is the one that has the sky most upward, as the sighted
-// point tells.
-Facade PlaneFacade(const StepView& plane, const StepView& sight) {
+// How much of the way up goes along and across a plane, which the sighted point tells.
+InPlane SkyOf(const StepView& plane, const StepView& sight, double length) {
   const auto& p1 = *plane.Find<CoordPt>("p1");
   const auto& p2 = *plane.Find<CoordPt>("p2");
-  const auto& point = *sight.Find<CoordPt>("point");
-  const double length = std::hypot(p2.north - p1.north, p2.east - p1.east, p2.elev - p1.elev);
-  const double skyAlong = (p2.elev - p1.elev) / length;
   const double along = std::get<double>(*sight.Out("along"));
   const double across = std::get<double>(*sight.Out("across"));
-  const double skyAcross = across == 0.0 ? 0.0 : (point.elev - p1.elev - along * skyAlong) / across;
+  const double skyAlong = (p2.elev - p1.elev) / length;
+  const double height = sight.Find<CoordPt>("point")->elev - p1.elev;
+  return {skyAlong, across == 0.0 ? 0.0 : (height - along * skyAlong) / across};
+}
+
+// Across is to the right of along as the instrument sees it, so turning the sheet by quarter
+// circles never mirrors. The turn taken is the one that has the sky most upward.
+Turn UprightTurn(InPlane sky) {
   static constexpr std::array kTurns = {
       Turn{{1.0, 0.0}, {0.0, -1.0}},
       Turn{{-1.0, 0.0}, {0.0, 1.0}},
       Turn{{0.0, 1.0}, {1.0, 0.0}},
       Turn{{0.0, -1.0}, {-1.0, 0.0}},
   };
-  Turn best = kTurns[0];
-  for (const auto& turn : kTurns) {
-    if (turn.On({skyAlong, skyAcross}).up > best.On({skyAlong, skyAcross}).up) {
-      best = turn;
-    }
-  }
-  Facade facade{{{0.0, 0.0}, {length, 0.0}}, best, "across"};
+  return *std::ranges::max_element(kTurns, {}, [sky](const Turn& turn) { return turn.On(sky).up; });
+}
+
+Facade PlaneFacade(const StepView& plane, const StepView& sight) {
+  const auto& p1 = *plane.Find<CoordPt>("p1");
+  const auto& p2 = *plane.Find<CoordPt>("p2");
+  const double length = std::hypot(p2.north - p1.north, p2.east - p1.east, p2.elev - p1.elev);
+  const auto sky = SkyOf(plane, sight, length);
+  Facade facade{{{0.0, 0.0}, {length, 0.0}}, UprightTurn(sky), "across"};
   const auto* p3 = plane.Find<CoordPt>("p3");
-  if (p3 != nullptr && std::fabs(skyAcross) > kUpright) {
-    const double along3 =
+  if (p3 != nullptr && std::fabs(sky.across) > kUpright) {
+    const double along =
         ((p3->north - p1.north) * (p2.north - p1.north) +
          (p3->east - p1.east) * (p2.east - p1.east) + (p3->elev - p1.elev) * (p2.elev - p1.elev)) /
         length;
-    facade.known.push_back({along3, (p3->elev - p1.elev - along3 * skyAlong) / skyAcross});
+    facade.known.push_back({along, (p3->elev - p1.elev - along * sky.along) / sky.across});
   }
   return facade;
 }
@@ -129,9 +134,28 @@ View ViewOf(const StepView& plane, const StepView& sight) {
   return {plane.Index(), station.north, station.east};
 }
 
-bool IsOnPlane(const StepView& sight) {
+bool IsOnWall(const StepView& sight) { return sight.In("wall") != nullptr; }
+
+// What was found where a sight meets the plane; nothing for other steps.
+std::optional<InPlane> PlaceOnPlane(const StepView& sight) {
   const auto service = sight.GetStep().service->name;
-  return service == "wall-point" || service == "plane-point";
+  const auto* along = sight.Find<double>("along");
+  const auto* across = sight.Find<double>(IsOnWall(sight) ? "height" : "across");
+  if ((service != "wall-point" && service != "plane-point") || along == nullptr ||
+      across == nullptr) {
+    return std::nullopt;
+  }
+  return InPlane{*along, *across};
+}
+
+void AddSighted(const StepView& sight, InPlane at, const Facade& facade, Scene& scene) {
+  auto position = fmt::format("along {}, {} {}{}", MetresText(at.along), facade.acrossName,
+                              MetresText(at.across), sight.Flaw());
+  AddPoint(scene, {facade.turn.On(at),
+                   Role::kComputed,
+                   sight.GetStep().name,
+                   {std::move(position)},
+                   sight.GetStep().code});
 }
 
 }  // namespace
@@ -141,27 +165,19 @@ std::vector<Scene> FacadeScenes(const Job& job, const std::vector<Outcome>& outc
   std::map<View, std::pair<Facade, std::size_t>> known;
   for (std::size_t i = 0; i < job.steps.size(); ++i) {
     const StepView sight(job, outcomes, i);
-    const bool wall = sight.In("wall") != nullptr;
-    const auto* along = sight.Find<double>("along");
-    const auto* across = sight.Find<double>(wall ? "height" : "across");
-    if (!IsOnPlane(sight) || along == nullptr || across == nullptr) {
+    const auto at = PlaceOnPlane(sight);
+    if (!at) {
       continue;
     }
-    const auto plane = sight.BaseOf(wall ? "wall" : "plane");
+    const auto plane = sight.BaseOf(IsOnWall(sight) ? "wall" : "plane");
     const auto [view, isNew] = known.try_emplace(ViewOf(plane, sight));
     auto& [facade, scene] = view->second;
     if (isNew) {
-      facade = wall ? WallFacade(plane, sight) : PlaneFacade(plane, sight);
+      facade = IsOnWall(sight) ? WallFacade(plane, sight) : PlaneFacade(plane, sight);
       scene = scenes.size();
       scenes.push_back(EmptyFacade(plane, sight, facade));
     }
-    const auto position = fmt::format("along {}, {} {}{}", MetresText(*along), facade.acrossName,
-                                      MetresText(*across), sight.Flaw());
-    AddPoint(scenes[scene], {facade.turn.On({*along, *across}),
-                             Role::kComputed,
-                             sight.GetStep().name,
-                             {position},
-                             sight.GetStep().code});
+    AddSighted(sight, *at, facade, scenes[scene]);
   }
   return scenes;
 }
