@@ -49,8 +49,12 @@ void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> rema
     remarks.push_back(
         fmt::format("{} {} left out for lack of room", missing, missing == 1 ? "label" : "labels"));
   }
+  if (view_.undetailed > 0) {
+    remarks.push_back(fmt::format("{} more crowded {} without a detail, to keep the sheets few",
+                                  view_.undetailed, view_.undetailed == 1 ? "place" : "places"));
+  }
   svg.Open("block");
-  DrawTitle(scene_, Paper(), heading, remarks, svg);
+  DrawTitle(view_, Paper(), heading, remarks, svg);
   DrawLegend(scene_, Paper(), enlargement_, svg);
   DrawScaleAndNorth(scene_, projection_, svg);
   svg.Close();
@@ -120,7 +124,7 @@ void SheetDrawer::DrawTick(const Chainage& chainage, double along, SvgWriter& sv
 
 // What another sheet shows larger, with that sheet's name.
 void SheetDrawer::DrawInsets(SvgWriter& svg) {
-  for (const auto& inset : scene_.insets) {
+  for (const auto& inset : view_.insets) {
     const auto from = projection_.On({inset.extent.left, inset.extent.top});
     const auto to = projection_.On({inset.extent.right, inset.extent.bottom});
     const double border = inset.isTile ? 0.0 : kInsetBorder;

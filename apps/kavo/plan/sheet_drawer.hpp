@@ -1,4 +1,4 @@
-// One scene on one sheet.
+// One sheet of a drawing.
 #pragma once
 
 #include <string>
@@ -10,16 +10,20 @@ namespace kavo_app {
 
 class SheetDrawer {
  public:
-  /// @param scene  what is drawn; it must outlive this.
-  explicit SheetDrawer(const Scene& scene)
-      : scene_(scene), projection_(scene), enlargement_(scene), labels_(scene, projection_) {}
+  /// @param view  what is drawn; it must outlive this.
+  explicit SheetDrawer(const View& view)
+      : view_(view),
+        scene_(*view.scene),
+        projection_(view.window),
+        enlargement_(scene_),
+        labels_(view, projection_) {}
   SheetDrawer(const SheetDrawer&) = delete;
   SheetDrawer& operator=(const SheetDrawer&) = delete;
 
   const Sheet& Paper() const { return projection_.Paper(); }
 
   /// Draws all of the sheet; once.
-  /// @param heading  the job's title; `remarks` what stands under the scene's title.
+  /// @param heading  the job's title; `remarks` what stands under the view's title.
   void Draw(const std::string& heading, std::vector<std::string> remarks, SvgWriter& svg);
 
  private:
@@ -33,6 +37,7 @@ class SheetDrawer {
   void DrawResiduals(SvgWriter& svg);
   void DrawDeviations(SvgWriter& svg);
 
+  const View& view_;
   const Scene& scene_;
   const Projection projection_;
   const Enlargement enlargement_;

@@ -1,6 +1,7 @@
 #include "plan/sheet_labels.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "plan/sheet_style.hpp"
@@ -99,7 +100,7 @@ bool SheetLabels::PlaceName(const ScenePoint& point, bool withCode) {
 std::size_t SheetLabels::TryNames(bool withCodes) {
   std::size_t missing = 0;
   for (const auto role : kRoles) {
-    for (const auto& point : scene_.points) {
+    for (const auto& point : view_.scene->points) {
       if (point.role == role && point.HasLabel() && IsLabelledHere(point.at)) {
         missing += PlaceName(point, withCodes) ? 0U : 1U;
       }
@@ -127,7 +128,7 @@ std::size_t SheetLabels::PlaceNames() {
 
 std::size_t SheetLabels::DrawCaptions(SvgWriter& svg) {
   std::size_t missing = 0;
-  for (const auto& caption : scene_.captions) {
+  for (const auto& caption : view_.scene->captions) {
     if (!IsLabelledHere(caption.at)) {
       continue;
     }
@@ -142,7 +143,7 @@ std::size_t SheetLabels::DrawCaptions(SvgWriter& svg) {
 
 std::size_t SheetLabels::Draw(SvgWriter& svg) {
   svg.Open("labels");
-  std::size_t missing = scene_.insets.size() - insetNames_.size() + PlaceNames();
+  std::size_t missing = view_.insets.size() - insetNames_.size() + PlaceNames();
   for (const auto& name : insetNames_) {
     DrawLabel("caption", name, svg);
   }

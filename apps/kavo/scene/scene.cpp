@@ -104,9 +104,6 @@ void Append(Scene& scene, Scene other) {
 }
 
 Extent ExtentOf(const Scene& scene) {
-  if (!scene.window.Empty()) {
-    return scene.window;
-  }
   Extent extent;
   for (const auto& point : scene.points) {
     extent.Include(point.at);

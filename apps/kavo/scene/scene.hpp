@@ -81,13 +81,6 @@ struct Axis {
   double sign = 1.0;  ///< -1 where it grows to the left or downwards.
 };
 
-/// A part that another sheet shows larger.
-struct Inset {
-  Extent extent;
-  std::string name;
-  bool isTile = false;  ///< One of the sheets that all of the scene is cut into.
-};
-
 struct Scene {
   std::string title;
   Axis rightAxis{"east"};
@@ -100,8 +93,6 @@ struct Scene {
   std::vector<Caption> captions;
   std::vector<Enlarged> residuals;
   std::vector<Enlarged> deviations;
-  Extent window;              ///< The part to be shown; all of it when empty.
-  std::vector<Inset> insets;  ///< Here names are left to their own sheets.
 };
 
 /// Adds a point, or its role and details to the same point when it is there already.
@@ -113,7 +104,7 @@ void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices);
 /// Adds all that another scene shows.
 void Append(Scene& scene, Scene other);
 
-/// The rectangle of all points and lines, or the scene's window.
+/// The rectangle of all points and lines.
 Extent ExtentOf(const Scene& scene);
 
 /// Metres in three decimals and a difference with its sign, for labels.
