@@ -85,13 +85,12 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
     const bool led = kRings[ring] > kLeaderAt || !label.area.empty();
     for (std::size_t side = 0; side < (led ? kSides.size() : kNearSides); ++side) {
       const auto box = BoxBeside(label, size, kRings[ring], kSides[side]);
-      const auto crossed = room_.CostOf(box);
+      const auto crossed = room_.CostOf(box, label.anchor);
       if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
           !(led && !room_.HasWayFor(label.anchor, box.Nearest(label.anchor))) &&
           !Crosses(label.area, box)) {
         bestCost = *crossed + kAwayCost * kRings[ring];
-        best = {box, label.lines, label.code, AlignOf(kSides[side]),
-                led ? std::optional(label.anchor) : std::nullopt};
+        best = {label.anchor, box, label.lines, label.code, AlignOf(kSides[side]), led};
       }
     }
   }
@@ -110,10 +109,10 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
       break;
     }
     const auto box = BoxAt(spot, size);
-    const auto crossed = room_.CostOf(box);
+    const auto crossed = room_.CostOf(box, label.anchor);
     if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
       bestCost = *crossed + cost;
-      best = {box, label.lines, {}, Align::kMiddle, std::nullopt};
+      best = {label.anchor, box, label.lines, {}, Align::kMiddle};
     }
     cost += kNodeCost;
   }
@@ -122,12 +121,15 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
 
 void LabelPlacer::Take(const PlacedLabel& label) {
   room_.Block(label.box);
-  if (label.leaderFrom) {
-    room_.AddLeader(*label.leaderFrom, label.box.Nearest(*label.leaderFrom));
+  if (label.isLed) {
+    room_.AddLeader(label.anchor, label.box.Nearest(label.anchor));
   }
 }
 
 std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
+  if (room_.IsFull(label.anchor)) {
+    return std::nullopt;
+  }
   std::optional<PlacedLabel> placed;
   if (!label.area.empty()) {
     placed = Inside(label);
@@ -140,25 +142,34 @@ std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
   }
   if (placed) {
     Take(*placed);
+  } else {
+    room_.AddMiss(label.anchor);
   }
   return placed;
 }
 
-// Not over lines, and not where a leader leads to the name.
+// Where the name is shorter than a line below it, within the label; else beyond it, but not over
+// lines.
 void LabelPlacer::AddCode(PlacedLabel& label, const std::string& code) {
-  if (code.empty() || label.leaderFrom || label.align == Align::kMiddle) {
+  if (code.empty() || !label.code.empty()) {
     return;
   }
   const auto& box = label.box;
-  const double width = kCodeGap + TextWidth(code, kCodeSize);
-  const double bottom = box.top + kLabelLeading;
-  const bool atEnd = label.align == Align::kStart;
-  const PaperBox more{atEnd ? box.right : box.left - width, box.top,
-                      atEnd ? box.right + width : box.left, bottom};
-  if (room_.CostOf(more) == 0.0) {
+  const double needed = TextWidth(label.lines.front(), kLabelSize) + kCodeGap +
+                        TextWidth(code, kCodeSize) - (box.right - box.left);
+  if (needed > 0.0) {
+    const bool toLeft = label.align == Align::kEnd;
+    const PaperBox more{toLeft ? box.left - needed : box.right, box.top,
+                        toLeft ? box.left : box.right + needed, box.top + kLabelLeading};
+    if (room_.CostOf(more, label.anchor) != 0.0) {
+      return;
+    }
     room_.Block(more);
-    label.code = code;
   }
+  if (label.align == Align::kMiddle) {
+    label.align = Align::kStart;
+  }
+  label.code = code;
 }
 
 }  // namespace kavo_app

@@ -21,12 +21,12 @@ struct Label {
 enum class Align { kStart, kMiddle, kEnd };
 
 struct PlacedLabel {
+  PaperSpot anchor;
   PaperBox box;
   std::vector<std::string> lines;
   std::string code;  ///< Empty also when there was no room for it.
   Align align;
-  std::optional<PaperSpot>
-      leaderFrom;  ///< Set when it lies so far off that a line must lead there.
+  bool isLed = false;  ///< Set when it lies so far off that a line must lead there.
 };
 
 inline constexpr double kLabelSize = 2.4;     ///< Of the font, millimetres.
@@ -42,6 +42,8 @@ class LabelPlacer {
 
   /// Keeps all labels off a box.
   void Block(const PaperBox& box) { room_.Block(box); }
+  /// Keeps labels off a symbol, and those of others a little farther.
+  void BlockSymbol(PaperSpot at, double halfSize) { room_.BlockSymbol(at, halfSize); }
   /// Lets labels cross the line only where there is no better room.
   void Avoid(PaperSpot from, PaperSpot to) { room_.Avoid(from, to); }
   /// The place of a label, which blocks it for the next ones; none when there is no room.

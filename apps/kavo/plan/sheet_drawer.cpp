@@ -14,7 +14,6 @@ namespace {
 
 constexpr double kTickSpacing = 20.0;  // of a chainage, at least, millimetres
 constexpr double kMostTicks = 1e4;     // of one line
-constexpr double kSymbolGap = 0.2;     // between a symbol and other labels, millimetres
 constexpr double kTick = 1.2;          // half a tick, millimetres
 constexpr double kInsetBorder = 1.5;   // around an inset's points, millimetres
 
@@ -38,6 +37,7 @@ void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> rema
                                                    : "clip-path=\"url(#portrait)\"");
   DrawPaths(svg);
   DrawChainages(svg);
+  BlockSymbols();
   DrawInsets(svg);
   svg.Close();
   DrawPoints(svg);
@@ -135,6 +135,20 @@ void SheetDrawer::DrawInsets(SvgWriter& svg) {
   }
 }
 
+// Where another sheet shows the points larger, there is only room for dots.
+bool SheetDrawer::IsDot(const ScenePoint& point) const {
+  return point.role < Role::kControl && !labels_.IsLabelledHere(point.at);
+}
+
+// No text lies on a symbol, that of an inset as little as others.
+void SheetDrawer::BlockSymbols() {
+  for (const auto& point : scene_.points) {
+    if (projection_.Shows(point.at) && !IsDot(point)) {
+      labels_.BlockSymbol(projection_.On(point.at), HalfSize(point.role));
+    }
+  }
+}
+
 // What weighs more over what weighs less.
 void SheetDrawer::DrawPoints(SvgWriter& svg) {
   std::vector<const ScenePoint*> points;
@@ -151,17 +165,15 @@ void SheetDrawer::DrawPoints(SvgWriter& svg) {
   svg.Close();
 }
 
-// Where another sheet shows the points larger, there is only room for dots, and none on the name of
-// that sheet.
+// A dot is left out under the name of the sheet that shows the point larger.
 void SheetDrawer::DrawPoint(const ScenePoint& point, SvgWriter& svg) {
   const auto at = projection_.On(point.at);
-  const bool dot = point.role < Role::kControl && !labels_.IsLabelledHere(point.at);
-  const auto box = Around(at, (dot ? kDotHalfSize : HalfSize(point.role)) + kSymbolGap);
-  if (dot && labels_.IsUnderName(box)) {
-    return;
+  if (!IsDot(point)) {
+    svg.Symbol(SymbolOf(point.role), at, point.name);
+  } else if (!labels_.IsUnderName(Around(at, kDotHalfSize))) {
+    svg.Symbol(kDot, at, point.name);
+    labels_.BlockSymbol(at, kDotHalfSize);
   }
-  svg.Symbol(dot ? kDot : SymbolOf(point.role), at, point.name);
-  labels_.Block(box);
 }
 
 void SheetDrawer::DrawResiduals(SvgWriter& svg) {

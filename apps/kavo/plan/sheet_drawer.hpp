@@ -32,6 +32,8 @@ class SheetDrawer {
   void DrawChainages(SvgWriter& svg);
   void DrawTick(const Chainage& chainage, double along, SvgWriter& svg);
   void DrawInsets(SvgWriter& svg);
+  bool IsDot(const ScenePoint& point) const;
+  void BlockSymbols();
   void DrawPoints(SvgWriter& svg);
   void DrawPoint(const ScenePoint& point, SvgWriter& svg);
   void DrawResiduals(SvgWriter& svg);

@@ -28,8 +28,8 @@ Start StartOf(const PlacedLabel& label) {
 }
 
 void DrawLabel(std::string_view className, const PlacedLabel& label, SvgWriter& svg) {
-  if (label.leaderFrom) {
-    svg.Line("leader", *label.leaderFrom, label.box.Nearest(*label.leaderFrom));
+  if (label.isLed) {
+    svg.Line("leader", label.anchor, label.box.Nearest(label.anchor));
   }
   constexpr double kBase = 0.8 * kLabelLeading;
   const auto start = StartOf(label);

@@ -16,6 +16,7 @@ class SheetLabels {
 
   /// What is drawn, for labels to keep off or, for lines, to cross only where they must.
   void Block(const PaperBox& box) { placer_.Block(box); }
+  void BlockSymbol(PaperSpot at, double halfSize) { placer_.BlockSymbol(at, halfSize); }
   void Avoid(PaperSpot from, PaperSpot to) { placer_.Avoid(from, to); }
 
   /// True when what lies there is named on this sheet, and not on that of an inset.

@@ -104,6 +104,9 @@ void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices);
 /// Adds all that another scene shows.
 void Append(Scene& scene, Scene other);
 
+/// Leaves of chainages that lie on each other, but for what directions are rounded to, the first.
+void DropRepeated(std::vector<Chainage>& chainages);
+
 /// The rectangle of all points and lines.
 Extent ExtentOf(const Scene& scene);
 
