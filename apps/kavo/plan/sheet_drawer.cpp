@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plan/legend.hpp"
 #include "plan/sheet_frame.hpp"
 #include "plan/sheet_style.hpp"
 
@@ -55,7 +54,7 @@ void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> rema
   }
   svg.Open("block");
   DrawTitle(view_, Paper(), heading, remarks, svg);
-  DrawLegend(scene_, Paper(), enlargement_, svg);
+  DrawLegend(drawn_, Paper(), enlargement_, svg);
   DrawScaleAndNorth(scene_, projection_, svg);
   svg.Close();
 }
@@ -85,6 +84,9 @@ void SheetDrawer::DrawPath(const ScenePath& path, SvgWriter& svg) {
     for (const auto& piece : PiecesIn(Beyond(Paper().frame), vertices)) {
       svg.Polyline(ClassOf(path.stroke), piece);
     }
+  }
+  if (Crosses(vertices, Paper().frame)) {
+    drawn_.lines.insert(path.stroke);
   }
   for (std::size_t i = 1; i < vertices.size() && path.stroke != Stroke::kSight; ++i) {
     labels_.Avoid(vertices[i - 1], vertices[i]);
@@ -119,6 +121,7 @@ void SheetDrawer::DrawTick(const Chainage& chainage, double along, SvgWriter& sv
   const PaperSpot across{way.up / length * kTick, way.right / length * kTick};
   svg.Line("reference", {at.fromLeft - across.fromLeft, at.fromTop - across.fromTop},
            {at.fromLeft + across.fromLeft, at.fromTop + across.fromTop});
+  drawn_.ticks = true;
   labels_.AddTick(at, kTick, fmt::format("{}", along));
 }
 
@@ -170,8 +173,10 @@ void SheetDrawer::DrawPoint(const ScenePoint& point, SvgWriter& svg) {
   const auto at = projection_.On(point.at);
   if (!IsDot(point)) {
     svg.Symbol(SymbolOf(point.role), at, point.name);
+    drawn_.symbols.insert(point.role);
   } else if (!labels_.IsUnderName(Around(at, kDotHalfSize))) {
     svg.Symbol(kDot, at, point.name);
+    drawn_.dots = true;
     labels_.BlockSymbol(at, kDotHalfSize);
   }
 }
@@ -182,6 +187,7 @@ void SheetDrawer::DrawResiduals(SvgWriter& svg) {
     if (Paper().frame.Holds(at)) {
       const auto end = enlargement_.End(at, residual.size);
       svg.Line("residual", at, end);
+      drawn_.residuals = true;
       labels_.Avoid(at, end);
     }
   }
@@ -194,6 +200,7 @@ void SheetDrawer::DrawDeviations(SvgWriter& svg) {
       if (Paper().frame.Holds(at)) {
         svg.Line("deviation", enlargement_.End(at, {-half.right, -half.up}),
                  enlargement_.End(at, half));
+        drawn_.deviations = true;
       }
     }
   }

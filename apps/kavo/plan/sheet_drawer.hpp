@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "plan/legend.hpp"
 #include "plan/sheet_labels.hpp"
 
 namespace kavo_app {
@@ -44,6 +45,7 @@ class SheetDrawer {
   const Projection projection_;
   const Enlargement enlargement_;
   SheetLabels labels_;
+  Drawn drawn_;
 };
 
 }  // namespace kavo_app
