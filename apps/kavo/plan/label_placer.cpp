@@ -14,7 +14,7 @@ constexpr double kGap = 0.5;       // between symbol and label, millimetres
 constexpr double kLeaderAt = 2.0;  // farther from its symbol a label needs a leader, millimetres
 constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
 constexpr std::array kRings = {0.0, 1.5, 3.5, 6.0, 9.0, 13.0, 18.0, 24.0, 32.0, 42.0, 55.0};
-constexpr std::size_t kBeside = 2;  // of these are so near that a code is not in the way
+constexpr std::size_t kBeside = 2;  // of these are so near that no leader is needed
 
 // Where a label can lie from its point, the best first: from -1 to 1. The second half is tried
 // where a leader tells what the label belongs to.
@@ -97,6 +97,15 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
   return best;
 }
 
+std::optional<PlacedLabel> LabelPlacer::Close(Label label) const {
+  auto placed = Beside(label, kBeside);
+  for (std::size_t i = 0; i < label.others.size() && !placed; ++i) {
+    label.anchor = label.others[i];
+    placed = Beside(label, kBeside);
+  }
+  return placed;
+}
+
 // Nearer the middle is better, but for what it would cover there.
 std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
   constexpr double kNodeCost = 0.05;  // of each place nearer the middle, millimetres of line
@@ -133,8 +142,8 @@ std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
   std::optional<PlacedLabel> placed;
   if (!label.area.empty()) {
     placed = Inside(label);
-  } else if (!label.code.empty()) {
-    placed = Beside(label, kBeside);
+  } else if (!label.code.empty() || !label.others.empty()) {
+    placed = Close(label);
     label.code.clear();
   }
   if (!placed) {

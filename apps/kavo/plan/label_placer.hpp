@@ -10,11 +10,12 @@
 namespace kavo_app {
 
 struct Label {
-  PaperSpot anchor;                ///< What it belongs to.
-  double clearance;                ///< Half the size of the symbol there, millimetres.
-  std::vector<std::string> lines;  ///< One below the other.
-  std::string code{};              ///< Behind the first line where there is room; may be empty.
-  std::vector<PaperSpot> area{};   ///< What it labels, when that is an area: its closed boundary.
+  PaperSpot anchor;                 ///< What it belongs to.
+  double clearance;                 ///< Half the size of the symbol there, millimetres.
+  std::vector<std::string> lines;   ///< One below the other.
+  std::string code{};               ///< Behind the first line where there is room; may be empty.
+  std::vector<PaperSpot> area{};    ///< What it labels, when that is an area: its closed boundary.
+  std::vector<PaperSpot> others{};  ///< Where it may stand as well as at its anchor.
 };
 
 /// Which end of its lines is next to what a label belongs to.
@@ -54,6 +55,8 @@ class LabelPlacer {
  private:
   /// The best box within so many rings around the anchor.
   std::optional<PlacedLabel> Beside(const Label& label, std::size_t rings) const;
+  /// Close to its anchor, or to another place where it may stand.
+  std::optional<PlacedLabel> Close(Label label) const;
   std::optional<PlacedLabel> Inside(const Label& label) const;
   void Take(const PlacedLabel& label);
 

@@ -83,6 +83,11 @@ Label SheetLabels::LabelOf(const Caption& caption) const {
   Label label{projection_.On(caption.at), 0.0, {caption.text}};
   std::ranges::transform(caption.ring, std::back_inserter(label.area),
                          [this](Spot spot) { return projection_.On(spot); });
+  for (const auto& other : caption.others) {
+    if (IsLabelledHere(other)) {
+      label.others.push_back(projection_.On(other));
+    }
+  }
   return label;
 }
 

@@ -65,7 +65,8 @@ struct Chainage {
 struct Caption {
   Spot at;
   std::string text;
-  std::vector<Spot> ring{};  ///< The area's boundary, closed; empty for a line.
+  std::vector<Spot> ring{};    ///< The area's boundary, closed; empty for a line.
+  std::vector<Spot> others{};  ///< Where it may stand as well, the best first.
 };
 
 /// A small vector that is drawn enlarged, metres: a residual, or the standard deviations of a
