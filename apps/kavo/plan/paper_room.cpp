@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kCell = 6.0;    // side of a cell of the grid, millimetres
 constexpr double kSample = 1.0;  // how finely lines are followed, millimetres
-constexpr int kMostMisses = 4;   // of a cell
+constexpr int kMostMisses = 3;   // of a cell
 
 // Around a symbol, millimetres. A text that ends closer to another point's symbol reads as that
 // point's; above and below it a line has room of its own.
