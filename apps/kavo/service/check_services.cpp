@@ -8,6 +8,7 @@
 #include "service/faces.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
+#include "service/setup.hpp"
 
 namespace kavo_app {
 namespace {
@@ -192,11 +193,11 @@ Answer FaceCheck(const Inputs& in) {
     return {ERR_REFUSED, {{}, {}, {}, {}}};
   }
   Judge judge;
-  for (const auto& sight : sights) {
-    judge.TakeAngle(sight.name + " collimation", sight.errors->collimation,
-                    in.Angle("angle-tolerance"));
-    judge.TakeAngle(sight.name + " index", sight.errors->index.value_or(0),
-                    in.Angle("angle-tolerance"));
+  for (std::size_t i = 0; i < sights.size(); ++i) {
+    const auto& errors = *sights[i].errors;
+    const auto name = SightName(sights, i);
+    judge.TakeAngle(name + " collimation", errors.collimation, in.Angle("angle-tolerance"));
+    judge.TakeAngle(name + " index", errors.index.value_or(0), in.Angle("angle-tolerance"));
   }
   if (in.Has("spreadTolerance")) {
     judge.TakeAngle("collimationSpread", summary.collimationSpread, in.Angle("spreadTolerance"));

@@ -18,6 +18,9 @@ inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the ci
 /// Metres to add to a sighted point's elevation to come to the station's ground mark.
 double HeightTerm(const Sight& sight, const Inputs& in);
 
+/// The name of a sight's point, or for one without a name its place in the list, "sight 2".
+std::string SightName(const std::vector<Sight>& sights, std::size_t index);
+
 /// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
 /// Empty when there are none.
 std::string FaceNote(const std::vector<Sight>& sights);
