@@ -206,7 +206,9 @@ Answer Area(const Inputs& in) {
   return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
 }
 
-std::string AreaDoubt(const Inputs& in) { return OutlineDoubt(in.Points("points")); }
+std::string AreaDoubt(const Inputs& in, const Outputs&) {
+  return OutlineDoubt(in.Points("points"));
+}
 
 constexpr std::array kServices = {
     Service{"inverse", "KavoCogoCoordToAngDist", "direction and distances between two points",

@@ -154,8 +154,8 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
-  if (service.doubt != nullptr && Succeeded(service, answer)) {
-    answer.warning = service.doubt(in);
+  if (service.doubt != nullptr && answer.trouble.empty() && Succeeded(service, answer)) {
+    answer.warning = service.doubt(in, Outputs(service.outputs, answer.outputs));
   }
   if (!service.losesDigits) {
     return answer;
