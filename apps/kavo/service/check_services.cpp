@@ -5,6 +5,7 @@
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
+#include "service/doubts.hpp"
 #include "service/faces.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
@@ -105,7 +106,7 @@ constexpr std::array kBacksightIn = {
     Field{"slopeDist", Kind::kLength, "slope distance, if measured", Need::kOneAtMost, kAboveZero},
     Field{"horizDist", Kind::kLength, "horizontal distance, if measured", Need::kOneAtMost,
           kAboveZero},
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
     kHa2,
     kVa2,
     Field{"angle-tolerance", Kind::kAngle, "largest difference of direction", Need::kRequired,
@@ -215,7 +216,7 @@ constexpr std::array kServices = {
             kCheckOut, kCheckStatus, Check},
     Service{"backsight", "KavoCogoCoordToAngDist",
             "sight to a known point from an oriented station", kBacksightIn, kBacksightOut,
-            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules},
+            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules, DoubtOfPointing},
     Service{"face-check", "kavo", "the instrument's errors from sights on both faces", kFacesIn,
             kFacesOut, kFacesStatus, FaceCheck},
 };

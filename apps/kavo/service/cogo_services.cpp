@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
+#include "service/doubts.hpp"
 #include "service/faces.hpp"
 #include "service/outline.hpp"
 #include "service/service_families.hpp"
@@ -74,7 +75,7 @@ constexpr std::array kRadiateIn = {
     Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf, kAboveZero},
     Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf, kAboveZero},
     kInstrumentHeight,
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
     kHa2,
     kVa2,
 };
@@ -216,7 +217,8 @@ constexpr std::array kServices = {
     Service{"forward", "KavoCogoAngDistToCoord", "point at an azimuth and distance", kForwardIn,
             kPointOut, kForwardStatus, Forward},
     Service{"radiate", "KavoCogoAngDistToCoord", "point from a reading at an oriented station",
-            kRadiateIn, kPointOut, kForwardStatus, Radiate, kKeepsDigits, kRadiateRules},
+            kRadiateIn, kPointOut, kForwardStatus, Radiate, kKeepsDigits, kRadiateRules,
+            DoubtOfPointing},
     Service{"grade", "KavoCogoCalcSlopeByDist", "grade and ratio of a slope", kGradeIn, kGradeOut,
             kGradeStatus, Grade},
     Service{"foot", "KavoCogoCalcPtLine", "foot of the perpendicular from a point to a line",

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <utility>
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
+#include "service/faces.hpp"
 #include "service/setup.hpp"
 
 namespace kavo_app {
@@ -31,6 +33,11 @@ constexpr double kEarthPerSquare = 7e-8;  // 1 / metres
 
 // A station in a good place moves about as far as the directions do at the points.
 constexpr double kMovesFar = 10.0;
+
+// The errors of one instrument stay the same from sight to sight but for its accuracy; and beyond
+// some minutes it is off to the workshop.
+constexpr IntAngle kErrorsApart = 30 * 16;     // arc-seconds
+constexpr IntAngle kErrorLarge = 5 * 60 * 16;  // arc-seconds
 
 std::string LengthText(double metres) {
   const double size = std::fabs(metres);
@@ -104,6 +111,41 @@ void TakeBetween(Worst& worst, const std::vector<Sight>& sights, double apart) {
   });
 }
 
+// One error of the instrument, from one of the sights.
+struct FaceError {
+  std::size_t sight;
+  IntAngle error;
+};
+
+// The error that is farthest from their mean; of two the larger.
+FaceError Outlier(const std::vector<FaceError>& errors) {
+  double mean = 0.0;
+  for (const auto& [sight, error] : errors) {
+    mean += error / static_cast<double>(errors.size());
+  }
+  return *std::ranges::max_element(errors, {}, [mean](const FaceError& one) {
+    return std::pair(std::lround(std::fabs(one.error - mean)), std::abs(one.error));
+  });
+}
+
+std::string DoubtOfErrors(const std::vector<Sight>& sights, const std::vector<FaceError>& errors,
+                          std::string_view name) {
+  if (errors.empty()) {
+    return {};
+  }
+  const auto [least, most] = std::ranges::minmax(errors, {}, &FaceError::error);
+  const bool apart = most.error - least.error > kErrorsApart;
+  const auto [sight, error] = apart                                          ? Outlier(errors)
+                              : std::abs(least.error) > std::abs(most.error) ? least
+                                                                             : most;
+  if (!apart && std::abs(error) <= kErrorLarge) {
+    return {};
+  }
+  return fmt::format("{} {:.1f}\" {}: check the readings of {}", name, ArcSeconds(error),
+                     apart ? "unlike that of the other sights" : "is more than 5 minutes",
+                     SightName(sights, sight));
+}
+
 // How far the station moves when one direction changes, metres; infinity when that leaves none.
 double MovedBy(Answer (*setUp)(const Inputs& in), const Inputs& in, std::size_t sight,
                const CoordPt& station) {
@@ -154,6 +196,27 @@ std::string DoubtOfKnownLine(const Inputs& in, const Outputs& out) {
     TakeBetween(worst, in.Sights("sights"), out.Number("distMisclosure"));
   }
   return Joined(worst.Told(), DoubtOfElevs(in, out, "elevMisclosure"));
+}
+
+std::string DoubtOfFaces(const std::vector<Sight>& sights) {
+  std::vector<FaceError> collimations;
+  std::vector<FaceError> indices;
+  for (std::size_t i = 0; i < sights.size(); ++i) {
+    if (const auto& errors = sights[i].errors) {
+      collimations.push_back({i, errors->collimation});
+      if (errors->index) {
+        indices.push_back({i, *errors->index});
+      }
+    }
+  }
+  return Joined(DoubtOfErrors(sights, collimations, "collimation"),
+                DoubtOfErrors(sights, indices, "index"));
+}
+
+std::string DoubtOfPointing(const Inputs& in, const Outputs&) {
+  Sight sight = PointingOf(in).sight;
+  sight.name = "both faces";
+  return DoubtOfFaces({sight});
 }
 
 std::string DoubtOfPlace(Answer (*setUp)(const Inputs& in), const Inputs& in, const Outputs& out) {

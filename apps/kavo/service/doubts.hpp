@@ -26,4 +26,11 @@ std::string DoubtOfKnownLine(const Inputs& in, const Outputs& out);
 /// @param setUp  the call of a service that has sights and whose first output is the station.
 std::string DoubtOfPlace(Answer (*setUp)(const Inputs& in), const Inputs& in, const Outputs& out);
 
+/// Sights on both faces that contradict one another or any instrument in use: collimation or index
+/// errors far from those of the other sights, or large.
+std::string DoubtOfFaces(const std::vector<Sight>& sights);
+
+/// The same of a service that has one pointing.
+std::string DoubtOfPointing(const Inputs& in, const Outputs& out);
+
 }  // namespace kavo_app

@@ -17,7 +17,7 @@ constexpr std::array kBenchmarkIn = {
     Field{"elev", Kind::kLength, "elevation of the benchmark"},
     Field{"vertDiff", Kind::kLength, "height difference from the instrument to the target"},
     kAxisHeight,
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
 };
 constexpr std::array kBenchmarkOut = {
     Field{"elev", Kind::kLength, "elevation of the station"},

@@ -9,6 +9,7 @@
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "base/plain_text.hpp"
+#include "service/doubts.hpp"
 
 namespace kavo_app {
 namespace {
@@ -156,6 +157,11 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
   if (service.doubt != nullptr && answer.trouble.empty() && Succeeded(service, answer)) {
     answer.warning = service.doubt(in, Outputs(service.outputs, answer.outputs));
+  }
+  for (const auto& value : in.Values()) {
+    if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
+      answer.warning = Joined(answer.warning, DoubtOfFaces(*sights));
+    }
   }
   if (!service.losesDigits) {
     return answer;
