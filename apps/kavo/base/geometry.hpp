@@ -1,6 +1,7 @@
 // Small geometry that kavo does itself, around what the library does.
 #pragma once
 
+#include <cmath>
 #include <numbers>
 
 #include "kavostdlib.h"
@@ -32,6 +33,14 @@ constexpr bool HasPosition(const CoordPt& point) { return (point.flags & COORD_H
 
 /// Whether the point's elevation is known.
 constexpr bool HasElev(const CoordPt& point) { return (point.flags & COORD_HAS_ELEV) != 0; }
+
+/// Whether a point lies behind a sight in plan, which meets it only when it is drawn backwards.
+/// @param azimuth, va  of the sight, of either face.
+inline bool IsBehind(const CoordPt& station, IntAngle azimuth, IntAngle va, const CoordPt& point) {
+  const double ahead = std::cos(Radians(azimuth)) * (point.north - station.north) +
+                       std::sin(Radians(azimuth)) * (point.east - station.east);
+  return std::sin(Radians(va)) * ahead < 0.0;
+}
 
 /// The point with another elevation.
 constexpr CoordPt AtElev(CoordPt point, double elev) {

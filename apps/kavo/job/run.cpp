@@ -40,7 +40,7 @@ class Runner {
       return Skipped(step, trouble);
     }
     CallService(*step.service, outcome);
-    outcome.warning = Joined(Forgotten(step), outcome.warning);
+    outcome.warning = Joined(Forgotten(step, outcome), outcome.warning);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
     }
@@ -55,36 +55,66 @@ class Runner {
     return outcome;
   }
 
-  // What the set-up of the station found besides, such as its orientation, and the step does not
-  // take, so that it counts as 0: the points would come out turned.
-  std::string Forgotten(const Step& step) const {
+  // What the set-up of the station took or found, such as its orientation, and the step does not
+  // take, so that it counts as 0: the points would come out turned, or too low.
+  std::string Forgotten(const Step& step, const Outcome& outcome) const {
     const auto station = FindField(step.service->inputs, kSetUpStation.name);
     if (!station || !step.inputs[*station].from) {
       return {};
     }
     const auto [setUp, output] = *step.inputs[*station].from;
-    const auto found = job_.steps[setUp].service->outputs;
+    if (job_.steps[setUp].service->outputs[output].name != kSetUpStation.name) {
+      return {};
+    }
     std::string told;
     for (std::size_t i = 0; i < step.inputs.size(); ++i) {
-      const Field& field = step.service->inputs[i];
-      const auto twin = FindField(found, field.name);
-      if (found[output].name == kSetUpStation.name && step.inputs[i].text.empty() && twin) {
-        told = Joined(told, ForgottenText(field, setUp, outcomes_[setUp].outputs[*twin]));
+      if (step.inputs[i].text.empty()) {
+        told = Joined(told, ForgottenInput(step, outcome, i, setUp));
       }
     }
     return told;
   }
 
-  // Nothing where 0 is what was found.
-  std::string ForgottenText(const Field& field, std::size_t setUp, const Value& found) const {
-    const auto* angle = std::get_if<IntAngle>(&found);
-    if (angle == nullptr || *angle == 0) {
+  std::string ForgottenInput(const Step& step, const Outcome& outcome, std::size_t input,
+                             std::size_t setUp) const {
+    const auto name = step.service->inputs[input].name;
+    const Service& setter = *job_.steps[setUp].service;
+    const bool found = FindField(setter.outputs, name).has_value();
+    const auto twin = FindField(found ? setter.outputs : setter.inputs, name);
+    if (!twin) {
       return {};
     }
+    const Outcome& known = outcomes_[setUp];
+    const Value& value = found ? known.outputs[*twin] : known.inputs[*twin];
+    return Matters(step, outcome, input, value)
+               ? ForgottenText(name, job_.steps[setUp].name, found, value)
+               : "";
+  }
+
+  // Whether the result is another one with the input given. A height that is forgotten where none
+  // is computed is not missed, and nor is 0.
+  static bool Matters(const Step& step, const Outcome& outcome, std::size_t input,
+                      const Value& value) {
+    if (!Available(value)) {
+      return false;
+    }
+    Outcome given;
+    given.inputs = outcome.inputs;
+    given.inputs[input] = value;
+    CallService(*step.service, given);
+    return !std::ranges::equal(given.outputs, outcome.outputs, SameNumbers);
+  }
+
+  // @param found  whether the set-up found the value; if not, it was given it.
+  std::string ForgottenText(std::string_view name, std::string_view setUp, bool found,
+                            const Value& value) const {
+    const auto* angle = std::get_if<IntAngle>(&value);
+    const auto text = angle != nullptr ? AngleText(*angle, job_.angles)
+                                       : fmt::format("{}", std::get<double>(value));
+    const auto remedy = found ? fmt::format("\"@{}.{}\"", setUp, name) : text;
     return fmt::format(
-        "{0} is not given and counts as 0, although \"{1}\" has found {2}: give {0} = "
-        "\"@{1}.{0}\"",
-        field.name, job_.steps[setUp].name, AngleText(*angle, job_.angles));
+        "{0} is not given and counts as 0, although \"{1}\" has {2} {3}: give {0} = {4}", name,
+        setUp, found ? "found" : "taken", text, remedy);
   }
 
   // The step whose result an input needs and that has none.

@@ -9,6 +9,8 @@
 #include "job/csv_tables.hpp"
 #include "job/field_rules.hpp"
 #include "service/faces.hpp"
+#include "service/input_rules.hpp"
+#include "service/service_rows.hpp"
 
 namespace kavo_app {
 namespace {
@@ -81,6 +83,9 @@ class SightList {
     sight.name = input.text;
     sight.code = at.Text("code");
     sight.targetHeight = at.Number("th", 0.0);
+    if (const auto trouble = TroubleOfLimit(kTargetHeight, sight.targetHeight); !trouble.empty()) {
+      at.FailAt("th", trouble);
+    }
     sight.readings = {ReadReading(inputs_, at)};
     if (!Paired(at, sight)) {
       waiting_[sight.name].indices.push_back(sights_.size());

@@ -7,6 +7,7 @@
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
+#include "service/doubts.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 #include "service/setup.hpp"
@@ -120,6 +121,13 @@ Answer Resect(const Inputs& in) {
           Joined(RedundancyNote(observations), FaceNote(sights))};
 }
 
+// With redundancy the residuals and standard deviations tell what is wrong; without it nothing
+// does.
+std::string ResectDoubt(const Inputs& in, const Outputs& out) {
+  const bool redundant = CountObservations(in.Sights("sights")) > kUnknowns;
+  return Joined(DoubtOfResiduals(in, out), redundant ? "" : DoubtOfPlace(Resect, in, out));
+}
+
 // --- known line
 
 constexpr std::array kKnownLineIn = {
@@ -167,18 +175,21 @@ Answer KnownLine(const Inputs& in) {
     out.station.flags = COORD_HAS_NE;
   }
   const bool elevs = HasElev(sight1.point) && HasElev(sight2.point);
+  // The export compares the targets' heights with the points'.
+  const double elevMisclosure = out.elevSpread - (sights[1].targetHeight - sights[0].targetHeight);
   return {
       status,
       {OrNothing(out.station), Wrapped(out.orient), CheckWhere(fromPoints, residuals[0].distResid),
-       CheckWhere(fromPoints && elevs, out.elevSpread)},
+       CheckWhere(fromPoints && elevs, elevMisclosure)},
       FaceNote(sights)};
 }
 
 constexpr std::array kServices = {
     Service{"resect", "KavoSTNMultiResect", "station by least squares from any number of points",
-            kResectIn, kResectOut, kResectStatus, Resect},
+            kResectIn, kResectOut, kResectStatus, Resect, kKeepsDigits, kNoRules, ResectDoubt},
     Service{"known-line", "KavoSTNKnownLine", "station from a known point and a known line",
-            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine},
+            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine, kKeepsDigits, kNoRules,
+            DoubtOfKnownLine},
 };
 
 }  // namespace

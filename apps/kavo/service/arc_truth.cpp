@@ -24,6 +24,18 @@ TangentFrame InFrame(double azimuth, double dNorth, double dEast) {
 
 }  // namespace
 
+CoordPt EndOf(const Arc& arc) {
+  const double radius = std::fabs(arc.radius);
+  const double turned = arc.arcLength / radius;
+  const double ahead = radius * std::sin(turned);
+  const double right = arc.radius * (1.0 - std::cos(turned));
+  const double azimuth = Radians(arc.startDir);
+  CoordPt end = arc.start;
+  end.north += std::cos(azimuth) * ahead - std::sin(azimuth) * right;
+  end.east += std::sin(azimuth) * ahead + std::cos(azimuth) * right;
+  return end;
+}
+
 ArcPosition TrueArcPosition(const Arc& arc, const CoordPt& point) {
   const double startAzimuth = Radians(arc.startDir);
   const auto fromStart =

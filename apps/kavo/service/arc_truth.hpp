@@ -19,6 +19,9 @@ struct ArcPosition {
   double offset;  ///< Positive to the right of the way ahead.
 };
 
+/// Where the arc ends in plan.
+CoordPt EndOf(const Arc& arc);
+
 /// The position by plain geometry, for arcs of any length and either sense: radially on the arc;
 /// less than a quarter circle before the start by projection on the start tangent; elsewhere past
 /// the end, on the end tangent. The library's formulas give the same but for the places that its

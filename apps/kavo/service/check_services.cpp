@@ -5,9 +5,11 @@
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"
+#include "service/doubts.hpp"
 #include "service/faces.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
+#include "service/setup.hpp"
 
 namespace kavo_app {
 namespace {
@@ -104,7 +106,7 @@ constexpr std::array kBacksightIn = {
     Field{"slopeDist", Kind::kLength, "slope distance, if measured", Need::kOneAtMost, kAboveZero},
     Field{"horizDist", Kind::kLength, "horizontal distance, if measured", Need::kOneAtMost,
           kAboveZero},
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
     kHa2,
     kVa2,
     Field{"angle-tolerance", Kind::kAngle, "largest difference of direction", Need::kRequired,
@@ -192,11 +194,11 @@ Answer FaceCheck(const Inputs& in) {
     return {ERR_REFUSED, {{}, {}, {}, {}}};
   }
   Judge judge;
-  for (const auto& sight : sights) {
-    judge.TakeAngle(sight.name + " collimation", sight.errors->collimation,
-                    in.Angle("angle-tolerance"));
-    judge.TakeAngle(sight.name + " index", sight.errors->index.value_or(0),
-                    in.Angle("angle-tolerance"));
+  for (std::size_t i = 0; i < sights.size(); ++i) {
+    const auto& errors = *sights[i].errors;
+    const auto name = SightName(sights, i);
+    judge.TakeAngle(name + " collimation", errors.collimation, in.Angle("angle-tolerance"));
+    judge.TakeAngle(name + " index", errors.index.value_or(0), in.Angle("angle-tolerance"));
   }
   if (in.Has("spreadTolerance")) {
     judge.TakeAngle("collimationSpread", summary.collimationSpread, in.Angle("spreadTolerance"));
@@ -214,7 +216,7 @@ constexpr std::array kServices = {
             kCheckOut, kCheckStatus, Check},
     Service{"backsight", "KavoCogoCoordToAngDist",
             "sight to a known point from an oriented station", kBacksightIn, kBacksightOut,
-            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules},
+            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules, DoubtOfPointing},
     Service{"face-check", "kavo", "the instrument's errors from sights on both faces", kFacesIn,
             kFacesOut, kFacesStatus, FaceCheck},
 };

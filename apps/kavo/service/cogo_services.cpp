@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
+#include "service/doubts.hpp"
 #include "service/faces.hpp"
 #include "service/line_truth.hpp"
 #include "service/outline.hpp"
@@ -75,7 +76,7 @@ constexpr std::array kRadiateIn = {
     Field{"slopeDist", Kind::kLength, "slope distance", Need::kOneOf, kAboveZero},
     Field{"horizDist", Kind::kLength, "horizontal distance", Need::kOneOf, kAboveZero},
     kInstrumentHeight,
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
     kHa2,
     kVa2,
 };
@@ -207,7 +208,9 @@ Answer Area(const Inputs& in) {
   return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
 }
 
-std::string AreaDoubt(const Inputs& in) { return OutlineDoubt(in.Points("points")); }
+std::string AreaDoubt(const Inputs& in, const Outputs&) {
+  return OutlineDoubt(in.Points("points"));
+}
 
 constexpr std::array kServices = {
     Service{"inverse", "KavoCogoCoordToAngDist", "direction and distances between two points",
@@ -215,7 +218,8 @@ constexpr std::array kServices = {
     Service{"forward", "KavoCogoAngDistToCoord", "point at an azimuth and distance", kForwardIn,
             kPointOut, kForwardStatus, Forward},
     Service{"radiate", "KavoCogoAngDistToCoord", "point from a reading at an oriented station",
-            kRadiateIn, kPointOut, kForwardStatus, Radiate, kKeepsDigits, kRadiateRules},
+            kRadiateIn, kPointOut, kForwardStatus, Radiate, kKeepsDigits, kRadiateRules,
+            DoubtOfPointing},
     Service{"grade", "KavoCogoCalcSlopeByDist", "grade and ratio of a slope", kGradeIn, kGradeOut,
             kGradeStatus, Grade},
     Service{"foot", "KavoCogoCalcPtLine", "foot of the perpendicular from a point to a line",

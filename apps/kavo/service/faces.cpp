@@ -86,7 +86,7 @@ IntAngle Spread(const std::vector<IntAngle>& errors) {
 
 std::string NoteOnFaces(const Sight& sight) {
   if (!sight.errors) {
-    return {};
+    return sight.face2 ? "face 2" : "";
   }
   const auto collimation =
       fmt::format("both faces meaned: collimation {:.1f}\"", ArcSeconds(sight.errors->collimation));

@@ -25,7 +25,7 @@ std::string FaceTrouble(const Reading& one, const Reading& other);
 struct Pointing {
   Sight sight;
   std::string trouble;
-  std::string note;  ///< What a pair says of the instrument; empty for one reading.
+  std::string note;  ///< What a pair says of the instrument; "face 2" for one reading there.
 };
 
 /// The inputs of a pointing, for a service's table: its readings on one face or both.

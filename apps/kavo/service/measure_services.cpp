@@ -1,8 +1,14 @@
 // The services of the measurement programs: remote elevation and distance, slope staking and the
 // two-point target.
+#include <fmt/format.h>
+
 #include <array>
+#include <cmath>
+#include <cstdlib>
+#include <string>
 
 #include "base/geometry.hpp"
+#include "service/faces.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 
@@ -44,13 +50,19 @@ constexpr std::array kRemoteOut = {
     Field{"height", Kind::kLength, "height above the base reflector; negative below it"},
     Field{"offset", Kind::kLength, "distance from the base sight, across it; right is positive"},
 };
+// The export computes a height for a sight anywhere around.
+constexpr const char* kOffBase =
+    "the sight is a quarter circle or more off the base: sight a point above or below it";
 constexpr std::array kRemoteStatus = {
     kComputed,
     kNoBase,
     kVertical,
-    StatusRow{KAVO_STATUS(ERR_SIGHT_OFF_BASE), true,
-              "the sight is a quarter circle or more off the base, so there is no offset"},
+    StatusRow{KAVO_STATUS(ERR_SIGHT_OFF_BASE), false, kOffBase},
 };
+
+IntAngle Face1Direction(const Inputs& in) {
+  return Wrapped(in.Angle("ha")) + (IsFace2(in.Angle("va")) ? ANGLE_HALF_CIRCLE : 0);
+}
 
 Answer RemoteElevation(const Inputs& in) {
   if (const auto status = SetRemoteBase(in.Base("base")); status != STATUS_OK) {
@@ -58,7 +70,12 @@ Answer RemoteElevation(const Inputs& in) {
   }
   CoordPt out{};
   const auto status = KavoREMCalc(Wrapped(in.Angle("ha")), in.Angle("va"), &out);
-  return {status, {OrNothing(out.elev), OrNothing(out.north)}};
+  Answer answer{status, {OrNothing(out.elev), OrNothing(out.north)}};
+  const IntAngle off = Face1Direction(in) - Face1Direction(in.Base("base"));
+  if (status == STATUS_OK && std::abs(Folded(off)) > ANGLE_QUARTER_CIRCLE) {
+    answer.trouble = kOffBase;
+  }
+  return answer;
 }
 
 // --- remote distance
@@ -176,6 +193,18 @@ Answer TwoPointTarget(const Inputs& in) {
   return {status, {OrNothing(separation), OrNothing(out)}};
 }
 
+// A pole is made to a millimetre and each reflector measured to a few.
+std::string TargetDoubt(const Inputs& in, const Outputs& out) {
+  constexpr double kPoleOff = 5e-3;  // metres
+  const double off = out.Number("separation") - in.Number("nominal", 0.0);
+  return in.Number("nominal", 0.0) != 0.0 && std::fabs(off) > kPoleOff
+             ? fmt::format(
+                   "the reflectors were measured {:.4f} m apart and not {:.4f}: check "
+                   "nominal and the points",
+                   out.Number("separation"), in.Number("nominal"))
+             : "";
+}
+
 constexpr std::array kServices = {
     Service{"remote-base", "KavoREMSetBase", "reflector under or over a remote point",
             kRemoteBaseIn, kRemoteBaseOut, kRemoteBaseStatus, RemoteBase},
@@ -188,7 +217,8 @@ constexpr std::array kServices = {
     Service{"slope", "KavoBRCalc", "point against a design slope", kSlopeIn, kSlopeOut,
             kSlopeStatus, Slope},
     Service{"two-point-target", "KavoCalc2PtTarget", "hidden point on a pole with two reflectors",
-            kTargetIn, kTargetOut, kTargetStatus, TwoPointTarget},
+            kTargetIn, kTargetOut, kTargetStatus, TwoPointTarget, kKeepsDigits, kNoRules,
+            TargetDoubt},
 };
 
 }  // namespace

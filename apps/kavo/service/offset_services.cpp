@@ -12,8 +12,8 @@ namespace {
 
 constexpr Field kStation{"station", Kind::kPoint,
                          "the instrument's station; va and dist need its elevation"};
-constexpr Field kTargetHeight{"th", Kind::kLength,
-                              "height to aim at above the point; 0 when absent", Need::kOptional};
+constexpr Field kAimHeight{"th", Kind::kLength, "height to aim at above the point; 0 when absent",
+                           Need::kOptional, kBelow100};
 constexpr Field kPointOut{"point", Kind::kPoint, "the point that cannot be occupied"};
 constexpr Field kHaOut{"ha", Kind::kAzimuth, "horizontal reading to aim at it"};
 constexpr Field kVaOut{"va", Kind::kZenith, "zenith reading to aim at it"};
@@ -48,7 +48,7 @@ constexpr std::array kCorner3In = {
     kStation,
     kOrient,
     kInstrumentHeight,
-    kTargetHeight,
+    kAimHeight,
 };
 constexpr std::array kCorner3Status = {
     kComputed,
@@ -75,7 +75,7 @@ constexpr std::array kCorner4In = {
     kStation,
     kOrient,
     kInstrumentHeight,
-    kTargetHeight,
+    kAimHeight,
 };
 constexpr std::array kCorner4Status = {
     kComputed,
@@ -104,7 +104,7 @@ constexpr std::array kEdgeIn = {
     kStation,
     kOrient,
     kInstrumentHeight,
-    kTargetHeight,
+    kAimHeight,
 };
 constexpr std::array kEdgeStatus = {
     kComputed,
@@ -116,14 +116,15 @@ constexpr std::array kEdgeStatus = {
     kPointInvalid,
 };
 
-// The export also computes a point for a sighting that meets nothing: from VALUE_INVALID.
+// The export also computes a point for a sighting that meets nothing, from VALUE_INVALID, and for
+// one that leads away from the edge, drawn on backwards.
 bool MeetsPlane(const Inputs& in, IntAngle ha) {
   CoordPt pierced{};
   double along = VALUE_INVALID;
   double height = VALUE_INVALID;
   KavoREFCalc2PtPlane(ha, in.Angle("va"), &in.Point("station"), in.Number("ih", 0.0), &pierced,
                       &along, &height);
-  return along != VALUE_INVALID;
+  return along != VALUE_INVALID && !IsBehind(in.Point("station"), ha, in.Angle("va"), pierced);
 }
 
 Answer PointOnEdge(const Inputs& in) {
@@ -139,7 +140,8 @@ Answer PointOnEdge(const Inputs& in) {
                                         in.Number("th", 0.0));
   auto answer = OffsetAnswer(in, status, point, obs);
   if (status == STATUS_OK && !MeetsPlane(in, ha)) {
-    answer.trouble = "the sighting is vertical or runs along the edge: it meets it nowhere";
+    answer.trouble =
+        "the sighting is vertical, runs along the edge or leads away from it: it meets it nowhere";
   }
   return answer;
 }

@@ -14,6 +14,7 @@ constexpr Field kHa{"ha", Kind::kAzimuth, "horizontal reading, either face"};
 constexpr Field kVa{"va", Kind::kZenith, "zenith reading"};
 constexpr StatusRow kOnPlane{KAVO_STATUS(ERR_INDETERMINATE), false,
                              "the instrument stands in the plane: move it off the plane"};
+constexpr const char* kLeadsAway = "the sight leads away from the wall: check ha and orient";
 constexpr const char* kMissesPlane =
     "the sight does not meet the plane: it is parallel to it, vertical or leads away from it";
 
@@ -65,9 +66,9 @@ Answer WallPoint(const Inputs& in) {
   CoordPt point{};
   double along = VALUE_INVALID;
   double height = VALUE_INVALID;
-  const auto status =
-      KavoREFCalc2PtPlane(Wrapped(in.Angle("ha") + in.Angle("orient", 0)), in.Angle("va"),
-                          &in.Point("station"), in.Number("ih", 0.0), &point, &along, &height);
+  const IntAngle azimuth = Wrapped(in.Angle("ha") + in.Angle("orient", 0));
+  const auto status = KavoREFCalc2PtPlane(azimuth, in.Angle("va"), &in.Point("station"),
+                                          in.Number("ih", 0.0), &point, &along, &height);
   const bool stationElev = HasElev(in.Point("station"));
   const bool withElev = stationElev && HasElev(in.Base("wall").Point("p1"));
   if (!stationElev) {
@@ -75,8 +76,10 @@ Answer WallPoint(const Inputs& in) {
   }
   Answer answer{status,
                 {OrNothing(point), OrNothing(along), withElev ? OrNothing(height) : Value{}}};
-  if (along == VALUE_INVALID && (status == STATUS_OK || status == WARN_NO_ELEVATION)) {
-    answer.trouble = kMissesPlane;
+  if (status == STATUS_OK || status == WARN_NO_ELEVATION) {
+    // The export draws the sight on backwards, and mirrors its height.
+    const bool behind = IsBehind(in.Point("station"), azimuth, in.Angle("va"), point);
+    answer.trouble = along == VALUE_INVALID ? kMissesPlane : behind ? kLeadsAway : "";
   }
   return answer;
 }

@@ -125,6 +125,33 @@ Answer ArcSet(const Inputs& in) {
            params.centralAngle}};
 }
 
+// Well above what directions truncated to their unit can make on an arc of that radius, metres.
+double ArcBound(double radius) {
+  constexpr double kMillimetre = 1e-3;
+  constexpr double kTruncation = 1e-6;
+  return kMillimetre + kTruncation * std::fabs(radius);
+}
+
+// The export lets the arc end where the tangents lead it.
+std::string TangentsDoubt(const Inputs& in, const Outputs& out) {
+  const CoordPt end = EndOf(
+      {in.Point("start"), out.Angle("startDir"), out.Number("radius"), out.Number("arcLength")});
+  const double off = std::hypot(end.north - in.Point("end").north, end.east - in.Point("end").east);
+  return off > ArcBound(out.Number("radius"))
+             ? fmt::format("the tangents do not fit the ends: the arc ends {:.4f} m away from end",
+                           off)
+             : "";
+}
+
+// The export cuts off what is more.
+std::string ArcLengthDoubt(const Inputs& in, const Outputs& out) {
+  const double length = out.Number("arcLength");
+  return in.Number("arcLength") - length > ArcBound(out.Number("radius"))
+             ? fmt::format("arcLength is more than the full circle of {:.4f} m, which was taken",
+                           length)
+             : "";
+}
+
 constexpr std::array kArcPointIn = {
     Field{"arc", Kind::kFigure, "the arc"},
     kMeasured,
@@ -142,16 +169,13 @@ constexpr std::array kArcPointStatus = {
 };
 
 // The library's formula leaves the geometry in some places (its header names them), which a
-// surveyor must hear of. The bound is well above what truncated directions can make.
+// surveyor must hear of.
 std::string ArcWarning(const Inputs& arc, const CoordPt& point, const RefLineResult& out) {
-  constexpr double kMillimetre = 1e-3;
-  constexpr double kTruncation = 1e-6;
   RefArcParams params{};
   KavoREFGetArcParams(&params);
   const auto truth = TrueArcPosition(
       {arc.Point("start"), params.startDir, params.radius, params.arcLength}, point);
-  const double bound = kMillimetre + kTruncation * std::fabs(params.radius);
-  if (std::hypot(truth.along - out.along, truth.offset - out.offset) <= bound) {
+  if (std::hypot(truth.along - out.along, truth.offset - out.offset) <= ArcBound(params.radius)) {
     return {};
   }
   return fmt::format(
@@ -180,13 +204,14 @@ constexpr std::array kServices = {
     Service{"line-point", "KavoREFCalc", "point against a reference line", kLinePointIn,
             kLinePointOut, kLinePointStatus, LinePoint},
     Service{"arc-by-tangents", "KavoREFSetArcByCoord", "reference arc by its ends and tangents",
-            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kLosesDigits},
+            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kLosesDigits, kNoRules,
+            TangentsDoubt},
     Service{"arc-by-angle", "KavoREFSetArcByRadiusHAngle",
             "reference arc by start, radius and end tangent", kArcByAngleIn, kArcOut,
             kArcByAngleStatus, ArcSet},
     Service{"arc-by-length", "KavoREFSetArcByRadiusArcLen",
             "reference arc by start, radius and length", kArcByLengthIn, kArcOut,
-            kArcByLengthStatus, ArcSet},
+            kArcByLengthStatus, ArcSet, kKeepsDigits, kNoRules, ArcLengthDoubt},
     Service{"arc-point", "KavoREFCalcArc", "point against a reference arc", kArcPointIn,
             kArcPointOut, kArcPointStatus, ArcPoint, kLosesDigits},
 };

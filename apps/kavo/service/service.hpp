@@ -69,6 +69,9 @@ class Inputs {
   const std::vector<Sight>& Sights(std::string_view name) const {
     return Get<std::vector<Sight>>(name);
   }
+  const std::vector<SightResidual>& Residuals(std::string_view name) const {
+    return Get<std::vector<SightResidual>>(name);
+  }
   /// The inputs of the step that set the base.
   const Inputs& Base(std::string_view name) const { return *Get<Figure>(name); }
   IntAngle Angle(std::string_view name) const { return Get<IntAngle>(name); }
@@ -97,6 +100,9 @@ class Inputs {
   std::vector<Value> values_;
 };
 
+/// The outputs of a call that has a result, looked up in the same way.
+using Outputs = Inputs;
+
 /// What a call gave.
 struct Answer {
   std::int32_t
@@ -123,9 +129,9 @@ struct Service {
   /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
   bool losesDigits = false;
   std::span<const Rule> rules{};
-  /// Why what the inputs describe may not be what is meant; empty when nothing says so. May be
-  /// null.
-  std::string (*doubt)(const Inputs& in) = nullptr;
+  /// Why what the inputs describe, or what was found from them, may not be what is meant; empty
+  /// when nothing says so. Asked only where there is a result. May be null.
+  std::string (*doubt)(const Inputs& in, const Outputs& out) = nullptr;
   /// The answer by geometry, for a formula that loses digits in other places too: what it gives is
   /// checked against this. Nothing where the given answer is as good. May be null.
   std::optional<Answer> (*truth)(const Inputs& in, const Answer& given) = nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <span>
 
 #include "service/service.hpp"
@@ -22,13 +23,17 @@ inline constexpr StatusRow kLinePointsCoincide{
 inline constexpr Limit kAboveZero{[](double number) { return number > 0.0; }, "above 0"};
 inline constexpr Limit kNotNegative{[](double number) { return number >= 0.0; }, "0 or more"};
 
+// No tripod or pole is as high; many a number in millimetres is.
+inline constexpr Limit kBelow100{[](double height) { return std::fabs(height) < 100.0; },
+                                 "below 100: it is in metres"};
+
 // Measured: moving a scene from the origin to the coordinates of a national grid changes what these
 // services give by more than a tenth of a millimetre, for some scenes by metres.
 inline constexpr bool kLosesDigits = true;
 inline constexpr bool kKeepsDigits = false;
 
 inline constexpr std::span<const Rule> kNoRules;
-inline constexpr std::string (*kNoDoubt)(const Inputs& in) = nullptr;
+inline constexpr std::string (*kNoDoubt)(const Inputs& in, const Outputs& out) = nullptr;
 
 inline constexpr std::array kPointOut = {
     Field{"point", Kind::kPoint, "the computed point"},
@@ -36,7 +41,9 @@ inline constexpr std::array kPointOut = {
 
 // Where the instrument stands, for what is aimed at or sighted from there.
 inline constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height; 0 when absent",
-                                         Need::kOptional};
+                                         Need::kOptional, kBelow100};
+inline constexpr Field kTargetHeight{"th", Kind::kLength, "target height; 0 when absent",
+                                     Need::kOptional, kBelow100};
 inline constexpr Field kOrient{"orient", Kind::kAzimuth,
                                "azimuth of the circle's zero; 0 when absent", Need::kOptional};
 

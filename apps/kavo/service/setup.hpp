@@ -5,18 +5,22 @@
 #include <vector>
 
 #include "service/service.hpp"
+#include "service/service_rows.hpp"
 
 namespace kavo_app {
 
 inline constexpr Limit kTwoSights{[](double count) { return count == 2.0; }, "exactly two sights"};
 inline constexpr Field kAxisHeight{"ih", Kind::kLength,
                                    "instrument height; 0 when absent, for the axis's elevation",
-                                   Need::kOptional};
+                                   Need::kOptional, kBelow100};
 inline constexpr Field kSetUpStation{"station", Kind::kPoint, "the station"};
 inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the circle's zero"};
 
 /// Metres to add to a sighted point's elevation to come to the station's ground mark.
 double HeightTerm(const Sight& sight, const Inputs& in);
+
+/// The name of a sight's point, or for one without a name its place in the list, "sight 2".
+std::string SightName(const std::vector<Sight>& sights, std::size_t index);
 
 /// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
 /// Empty when there are none.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
+#include "service/doubts.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 #include "service/setup.hpp"
@@ -16,7 +17,7 @@ constexpr std::array kBenchmarkIn = {
     Field{"elev", Kind::kLength, "elevation of the benchmark"},
     Field{"vertDiff", Kind::kLength, "height difference from the instrument to the target"},
     kAxisHeight,
-    Field{"th", Kind::kLength, "target height; 0 when absent", Need::kOptional},
+    kTargetHeight,
 };
 constexpr std::array kBenchmarkOut = {
     Field{"elev", Kind::kLength, "elevation of the station"},
@@ -58,6 +59,10 @@ Answer Resect3(const Inputs& in) {
   StnSetupResult out{};
   const auto status = KavoSTN3PtResect(&obs0, &obs1, &obs2, &out);
   return {status, {OrNothing(out.station), Wrapped(out.orient)}, FaceNote(sights)};
+}
+
+std::string Resect3Doubt(const Inputs& in, const Outputs& out) {
+  return DoubtOfPlace(Resect3, in, out);
 }
 
 // --- two-point resection
@@ -117,9 +122,10 @@ constexpr std::array kServices = {
     Service{"benchmark", "KavoSTNSeaLevelCalcByBM", "station elevation from a benchmark",
             kBenchmarkIn, kBenchmarkOut, kBenchmarkStatus, Benchmark},
     Service{"resect-3", "KavoSTN3PtResect", "station from directions to three points", kResect3In,
-            kResect3Out, kResect3Status, Resect3},
+            kResect3Out, kResect3Status, Resect3, kKeepsDigits, kNoRules, Resect3Doubt},
     Service{"resect-2", "KavoSTN2PtResect", "station from two points and a distance or two",
-            kResect2In, kResect2Out, kResect2Status, Resect2},
+            kResect2In, kResect2Out, kResect2Status, Resect2, kKeepsDigits, kNoRules,
+            DoubtOfResect2},
 };
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "base/plain_text.hpp"
+#include "service/doubts.hpp"
 
 namespace kavo_app {
 namespace {
@@ -187,8 +188,14 @@ std::string LostDigits(const Service& service, const Inputs& in, const Answer& a
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
-  if (service.doubt != nullptr && Succeeded(service, answer)) {
-    answer.warning = Joined(answer.warning, service.doubt(in));
+  if (service.doubt != nullptr && answer.trouble.empty() && Succeeded(service, answer)) {
+    answer.warning =
+        Joined(answer.warning, service.doubt(in, Outputs(service.outputs, answer.outputs)));
+  }
+  for (const auto& value : in.Values()) {
+    if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
+      answer.warning = Joined(answer.warning, DoubtOfFaces(*sights));
+    }
   }
   answer.warning = Joined(answer.warning, LostDigits(service, in, answer));
   return answer;

@@ -1,6 +1,26 @@
 #include "service/value.hpp"
 
+#include "base/geometry.hpp"
+
 namespace kavo_app {
+
+bool SameNumbers(const Value& one, const Value& other) {
+  if (one.index() != other.index()) {
+    return false;
+  }
+  if (const auto* number = std::get_if<double>(&one)) {
+    return *number == std::get<double>(other);
+  }
+  if (const auto* angle = std::get_if<IntAngle>(&one)) {
+    return *angle == std::get<IntAngle>(other);
+  }
+  if (const auto* point = std::get_if<CoordPt>(&one)) {
+    const auto& twin = std::get<CoordPt>(other);
+    return point->north == twin.north && point->east == twin.east && point->flags == twin.flags &&
+           (!HasElev(*point) || point->elev == twin.elev);
+  }
+  return true;
+}
 
 const KindInfo& InfoOf(Kind kind) {
   static constexpr std::string_view kNumber = "number, or \"@step.field\"";

@@ -92,6 +92,10 @@ using Value = std::variant<std::monostate, IntAngle, double, CoordPt, LineDef, s
 /// True when there is a value.
 inline bool Available(const Value& value) { return value.index() != 0; }
 
+/// True for two outputs of one field with the same number, or for a point the same numbers; true
+/// for what is no number and no point.
+bool SameNumbers(const Value& one, const Value& other);
+
 /// What a reader must know of a kind.
 struct KindInfo {
   std::string_view word;     ///< What help calls it; the unit of a number.
