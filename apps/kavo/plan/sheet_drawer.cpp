@@ -78,14 +78,16 @@ void SheetDrawer::DrawPath(const ScenePath& path, SvgWriter& svg) {
   for (const auto& vertex : path.vertices) {
     vertices.push_back(projection_.On(vertex));
   }
-  if (path.stroke == Stroke::kBoundary) {
+  const bool isArea = path.stroke == Stroke::kBoundary;
+  if (isArea) {
     svg.Polyline(ClassOf(path.stroke), AreaIn(Beyond(Paper().frame), vertices));
   } else {
     for (const auto& piece : PiecesIn(Beyond(Paper().frame), vertices)) {
       svg.Polyline(ClassOf(path.stroke), piece);
     }
   }
-  if (Crosses(vertices, Paper().frame)) {
+  const auto& frame = Paper().frame;  // clips them
+  if (isArea ? !AreaIn(frame, vertices).empty() : Crosses(vertices, frame)) {
     drawn_.lines.insert(path.stroke);
   }
   for (std::size_t i = 1; i < vertices.size() && path.stroke != Stroke::kSight; ++i) {
