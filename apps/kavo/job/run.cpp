@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 
 #include "base/geometry.hpp"
+#include "base/limit.hpp"
 #include "base/plain_text.hpp"
 #include "service/input_rules.hpp"
 #include "service/setup.hpp"
@@ -166,7 +167,7 @@ class Runner {
         std::get<double>(comparison.computed) - std::get<double>(expected.value);
     comparison.difference = difference;
     if (step.tolerance) {
-      comparison.within = std::fabs(difference) <= *step.tolerance;
+      comparison.within = WithinLimit(difference, *step.tolerance);
     }
     return comparison;
   }

@@ -54,7 +54,7 @@ void WriteProperties(const JsonWriter& json, const JobPoint& point) {
   properties.Key("role").Text(RoleText(point.role));
   if (!point.service.empty()) {
     properties.Key("service").Text(point.service);
-    properties.Key("good").Boolean(point.good);
+    properties.Key("good").Boolean(point.flaw.empty());
     properties.Key("code").Text(point.code);
   }
 }

@@ -34,10 +34,11 @@ void PrintRemarks(const Outcome& outcome, TextPage& page) {
 }
 
 std::string ComparisonText(const Comparison& comparison, AngleUnit angles, std::string_view unit) {
+  const auto verdict = VerdictText(VerdictOn(comparison));
   return Available(comparison.computed)
              ? fmt::format("difference {} {}", WithUnit(DifferenceTextOf(comparison, angles), unit),
-                           Verdict(comparison))
-             : std::string(Verdict(comparison));
+                           verdict)
+             : std::string(verdict);
 }
 
 void PrintExpected(const Step& step, const Outcome& outcome, AngleUnit unit, TextPage& page) {

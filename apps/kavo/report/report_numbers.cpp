@@ -90,14 +90,18 @@ std::string_view UnitOf(const Field& field) {
   return IsAngle(field.kind) ? std::string_view() : InfoOf(field.kind).unit;
 }
 
-std::string_view Verdict(const Comparison& comparison) {
-  if (!Available(comparison.computed)) {
-    return "MISSING";
+std::string_view VerdictText(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kMissing:
+      return "MISSING";
+    case Verdict::kOutOfTolerance:
+      return "OUT OF TOLERANCE";
+    case Verdict::kOk:
+      return "ok";
+    case Verdict::kUnjudged:
+      break;
   }
-  if (!comparison.within) {
-    return "";
-  }
-  return *comparison.within ? "ok" : "OUT OF TOLERANCE";
+  return "";
 }
 
 std::string_view StatusRemark(const Outcome& outcome) {

@@ -30,7 +30,7 @@ class PointList {
   // The weightier role counts.
   static void Unite(JobPoint& known, const JobPoint& other) {
     known.role = std::max(known.role, other.role);
-    known.good = known.good && other.good;
+    known.flaw = known.flaw.empty() ? other.flaw : known.flaw;
     if (known.service.empty()) {
       known.service = other.service;
       known.code = other.code;
@@ -78,7 +78,7 @@ void AddComputed(const StepView& step, PointList& points) {
   const auto& service = *step.GetStep().service;
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
     if (const auto* at = std::get_if<CoordPt>(&step.Result().outputs[i])) {
-      points.Add({step.PointName(i), *at, RoleOf(service, i), step.Result().Good(), service.name,
+      points.Add({step.PointName(i), *at, RoleOf(service, i), step.Result().Flaw(), service.name,
                   step.GetStep().code});
     }
   }

@@ -26,7 +26,7 @@ struct JobPoint {
   std::string name;  ///< Empty for a given one.
   CoordPt at;
   Role role;
-  bool good = true;            ///< False for a result that is out of tolerance.
+  std::string_view flaw{};     ///< What keeps a result from being good; or empty.
   std::string_view service{};  ///< The service that computed it; empty for the others.
   std::string code{};          ///< Its feature code; may be empty.
 };

@@ -161,8 +161,8 @@ Scene ShapesOf(const StepView& step) {
   Scene scene;
   for (const auto& point : PointsOf(step)) {
     AddPoint(scene, {InPlan(point.at), point.role, point.name,
-                     point.good ? std::vector<std::string>{}
-                                : std::vector<std::string>{"out of tolerance"},
+                     point.flaw.empty() ? std::vector<std::string>{}
+                                        : std::vector{std::string(point.flaw)},
                      point.code});
   }
   if (!step.Result().success) {

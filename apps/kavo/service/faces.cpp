@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "base/limit.hpp"
 
 namespace kavo_app {
 namespace {
@@ -117,7 +118,7 @@ std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readin
 }
 
 bool FarApart(double one, double other) {
-  return one != 0.0 && other != 0.0 && std::fabs(one - other) > kGrossDist;
+  return one != 0.0 && other != 0.0 && !WithinLimit(one - other, kGrossDist);
 }
 
 }  // namespace
