@@ -61,6 +61,7 @@ void WriteProperties(const JsonWriter& json, const JobPoint& point) {
 
 void WriteProperties(const JsonWriter& json, const ScenePath& path) {
   auto properties = json.Object();
+  properties.Key("name").Text(path.name);
   properties.Key("role").Text(path.stroke == Stroke::kBoundary ? "area" : "reference");
 }
 

@@ -11,17 +11,17 @@
 namespace kavo_app {
 namespace {
 
-void AddChainage(std::vector<Spot> vertices, double length, Scene& scene) {
+void AddChainage(const std::string& name, std::vector<Spot> vertices, double length, Scene& scene) {
   const auto before = scene.paths.size();
-  AddPath(scene, Stroke::kReference, vertices);
+  AddPath(scene, Stroke::kReference, vertices, name);
   if (scene.paths.size() > before && length > 0.0) {
     scene.chainages.push_back({std::move(vertices), length});
   }
 }
 
 void AddBaseline(const std::string& name, const CoordPt& from, const CoordPt& to, Scene& scene) {
-  AddChainage({InPlan(from), InPlan(to)}, std::hypot(to.north - from.north, to.east - from.east),
-              scene);
+  AddChainage(name, {InPlan(from), InPlan(to)},
+              std::hypot(to.north - from.north, to.east - from.east), scene);
   scene.captions.push_back({{(from.east + to.east) / 2.0, (from.north + to.north) / 2.0}, name});
 }
 
@@ -71,7 +71,7 @@ void AddArc(const StepView& step, Scene& scene) {
   scene.captions.push_back(
       {arc.At(arc.length / 2.0),
        fmt::format("{}, R {} m", step.GetStep().name, MetresText(std::fabs(arc.radius)))});
-  AddChainage(std::move(vertices), arc.length, scene);
+  AddChainage(step.GetStep().name, std::move(vertices), arc.length, scene);
 }
 
 // Where the instrument's formula leaves the geometry, as the step's note says, there is no such
