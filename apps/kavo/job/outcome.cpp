@@ -93,8 +93,8 @@ std::string_view Outcome::Flaw() const {
 }
 
 // Outputs stay without value when there is no result.
-void CallService(const Service& service, Outcome& outcome) {
-  Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs));
+void CallService(const Service& service, AngleUnit notation, Outcome& outcome) {
+  Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs, notation));
   ReclaimHeap();
   TakeStatus(RowOf(service, answer), outcome);
   outcome.warning = std::move(answer.warning);

@@ -51,6 +51,7 @@ struct Outcome {
 };
 
 /// Calls a service with the inputs that the outcome holds and notes what came of it.
-void CallService(const Service& service, Outcome& outcome);
+/// @param notation  of the angles in notes.
+void CallService(const Service& service, AngleUnit notation, Outcome& outcome);
 
 }  // namespace kavo_app

@@ -40,7 +40,7 @@ class Runner {
     if (const auto trouble = TroubleOfLimits(*step.service, outcome.inputs); !trouble.empty()) {
       return Skipped(step, trouble);
     }
-    CallService(*step.service, outcome);
+    CallService(*step.service, job_.angles, outcome);
     outcome.warning = Joined(Forgotten(step), outcome.warning);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));

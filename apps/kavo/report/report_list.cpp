@@ -18,7 +18,7 @@ void PrintResults(const Step& step, const Outcome& outcome, AngleUnit unit, Text
   }
   for (const auto& output : outcome.outputs) {
     if (const auto* residuals = std::get_if<std::vector<SightResidual>>(&output)) {
-      PrintResiduals(*residuals, page);
+      PrintResiduals(*residuals, unit, page);
     }
   }
 }

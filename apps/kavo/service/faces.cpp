@@ -9,6 +9,7 @@
 
 #include "base/geometry.hpp"
 #include "base/limit.hpp"
+#include "base/number_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -85,14 +86,14 @@ IntAngle Spread(const std::vector<IntAngle>& errors) {
   return most - least;
 }
 
-std::string NoteOnFaces(const Sight& sight) {
+std::string NoteOnFaces(const Sight& sight, AngleUnit unit) {
   if (!sight.errors) {
     return {};
   }
-  const auto collimation =
-      fmt::format("both faces meaned: collimation {:.1f}\"", ArcSeconds(sight.errors->collimation));
+  const auto collimation = fmt::format("both faces meaned: collimation {}",
+                                       ErrorWithUnit(sight.errors->collimation, unit));
   return sight.errors->index
-             ? fmt::format("{}, index {:.1f}\"", collimation, ArcSeconds(*sight.errors->index))
+             ? fmt::format("{}, index {}", collimation, ErrorWithUnit(sight.errors->index, unit))
              : collimation;
 }
 
@@ -180,7 +181,7 @@ Pointing PointingOf(const Inputs& in) {
   }
   out.trouble = PointingTrouble(in, sight.readings);
   ReduceReadings(sight);
-  out.note = NoteOnFaces(sight);
+  out.note = NoteOnFaces(sight, in.Notation());
   return out;
 }
 

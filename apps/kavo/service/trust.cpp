@@ -84,7 +84,7 @@ Answer CallMoved(const Service& service, const Inputs& in, const Shift& shift) {
   for (const auto& value : in.Values()) {
     values.push_back(Moved(value, shift));
   }
-  Answer answer = service.call(Inputs(in.Fields(), std::move(values)));
+  Answer answer = service.call(Inputs(in.Fields(), std::move(values), in.Notation()));
   for (auto& output : answer.outputs) {
     output = Moved(output, shift.Back());
   }
