@@ -86,9 +86,7 @@ std::string WithUnit(const std::string& text, std::string_view unit) {
   return text == kNone || unit.empty() ? text : fmt::format("{} {}", text, unit);
 }
 
-std::string_view UnitOf(const Field& field) {
-  return IsAngle(field.kind) ? std::string_view() : InfoOf(field.kind).unit;
-}
+std::string_view UnitOf(const Field& field) { return InfoOf(field.kind).unit; }
 
 std::string_view VerdictText(Verdict verdict) {
   switch (verdict) {
