@@ -103,7 +103,7 @@ struct Number {
 };
 
 // The numbers of an answer that the coordinates bear on; none of a failure.
-std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
+std::vector<Number> ComparedNumbers(const Service& service, const Answer& answer) {
   std::vector<Number> numbers;
   for (std::size_t i = 0; Succeeded(service, answer) && i < answer.outputs.size(); ++i) {
     const auto name = std::string(service.outputs[i].name);
@@ -138,8 +138,8 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
       row != nullptr && moved.status != asGiven.status) {
     tell(std::string(row->sentence));
   }
-  const auto given = NumbersOf(service, asGiven);
-  for (const auto& [name, value] : NumbersOf(service, moved)) {
+  const auto given = ComparedNumbers(service, asGiven);
+  for (const auto& [name, value] : ComparedNumbers(service, moved)) {
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
       tell(fmt::format("{} {}", name, TextOf(value)));

@@ -95,7 +95,7 @@ inline bool Available(const Value& value) { return value.index() != 0; }
 /// What a reader must know of a kind.
 struct KindInfo {
   std::string_view word;     ///< What help calls it; the unit of a number.
-  std::string_view unit;     ///< "m", "m2", "%"; "angle" for the job's unit; empty for none.
+  std::string_view unit;     ///< "m", "m2", "%"; empty for none, and for angles: the job's own.
   std::string_view writing;  ///< How a job writes it, for help.
 };
 const KindInfo& InfoOf(Kind kind);
