@@ -92,18 +92,24 @@ std::string InputLines(const Service& service) {
   return table.Text();
 }
 
+constexpr std::string_view kResultOf = "@step.field";
+
 // How each kind of input is written, once.
 std::string WritingLines(const Service& service) {
   HelpTable table(kIndent);
   std::vector<std::string_view> told;
+  bool refers = false;
   for (const auto& field : service.inputs) {
     const auto& info = InfoOf(field.kind);
+    refers = refers || info.writing.find(kResultOf) != info.writing.npos;
     if (std::ranges::find(told, info.word) == told.end()) {
       told.push_back(info.word);
       table.Add({std::string(info.word), std::string(info.writing)});
     }
   }
-  table.Add({"@step.field", "a result of an earlier step, such as \"@P1.orient\""});
+  if (refers) {
+    table.Add({std::string(kResultOf), "a result of an earlier step, such as \"@P1.orient\""});
+  }
   return table.Text();
 }
 
@@ -119,10 +125,17 @@ std::string OutputLines(const Service& service) {
 std::string StatusLines(const Service& service) {
   HelpTable table(kIndent);
   for (const auto& status : service.statuses) {
-    table.Add(
-        {std::to_string(status.code), std::string(status.name), std::string(status.sentence)});
+    table.Add({fmt::format("{} [{}{}{}]", status.sentence, status.code,
+                           status.name.empty() ? "" : " ", status.name)});
   }
   return table.Text();
+}
+
+// A check that is not passed has a status that no export returns.
+std::string StatusHeading(const Service& service) {
+  const bool checks = !std::ranges::all_of(service.statuses, &StatusRow::good);
+  return fmt::format("what may come of it [status of {}{}]", service.exportName,
+                     checks && service.exportName != "kavo" ? ", or of kavo's check" : "");
 }
 
 std::string Indented(std::string_view lines) {
@@ -171,8 +184,7 @@ std::string ServiceHelp(const Service& service, bool bold) {
   help += '\n' + Heading("inputs", bold) + InputLines(service);
   help += '\n' + Heading("written in a job", bold) + WritingLines(service);
   help += '\n' + Heading("outputs", bold) + OutputLines(service);
-  help += '\n' + Heading(fmt::format("statuses of {}", service.exportName), bold) +
-          StatusLines(service);
+  help += '\n' + Heading(StatusHeading(service), bold) + StatusLines(service);
   help += '\n' + Heading("example, in a job", bold) + Indented(ExampleSteps(service));
   help += '\n' + Heading("example, as a request to kavo pipe", bold);
   return help + Indented(ExampleRequest(service) + '\n');

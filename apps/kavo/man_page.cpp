@@ -58,8 +58,7 @@ std::string Commands(const CLI::App& app) {
 // What a field means, in which unit.
 std::string Meaning(const Field& field) {
   const auto unit = InfoOf(field.kind).unit;
-  return unit.empty() || unit == "angle" ? std::string(field.meaning)
-                                         : fmt::format("{}, in {}", field.meaning, unit);
+  return unit.empty() ? std::string(field.meaning) : fmt::format("{}, in {}", field.meaning, unit);
 }
 
 std::string InputTerms(const Service& service) {

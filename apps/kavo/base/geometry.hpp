@@ -28,6 +28,12 @@ constexpr double Radians(IntAngle angle) {
 /// Arc-seconds of an angle.
 constexpr double ArcSeconds(IntAngle angle) { return static_cast<double>(angle) / 16.0; }
 
+/// Thousandths of a gon of an angle.
+constexpr double Milligon(IntAngle angle) {
+  constexpr double kPerCircle = 400000.0;
+  return static_cast<double>(angle) * (kPerCircle / ANGLE_FULL_CIRCLE);
+}
+
 /// Whether the point has a position.
 constexpr bool HasPosition(const CoordPt& point) { return (point.flags & COORD_HAS_NE) != 0; }
 

@@ -17,6 +17,15 @@ std::string ZeroUnsigned(std::string text) {
   return text;
 }
 
+std::string SmallAngleText(std::optional<IntAngle> angle, AngleUnit unit, int moreDigits) {
+  if (!angle) {
+    return kNone;
+  }
+  const bool gon = unit == AngleUnit::kGon;
+  return ZeroUnsigned(fmt::format("{:.{}f}", gon ? Milligon(*angle) : ArcSeconds(*angle),
+                                  (gon ? 2 : 1) + moreDigits));
+}
+
 }  // namespace
 
 std::string NumberText(double number) {
@@ -30,8 +39,20 @@ std::string DifferenceText(double number) {
   return text.starts_with('-') ? text : "+" + text;
 }
 
-std::string SecondsText(std::optional<IntAngle> angle) {
-  return angle ? ZeroUnsigned(fmt::format("{:.1f}", ArcSeconds(*angle))) : kNone;
+std::string_view SmallAngleUnit(AngleUnit unit) { return unit == AngleUnit::kGon ? "mgon" : "\""; }
+
+std::string ErrorText(std::optional<IntAngle> angle, AngleUnit unit) {
+  return SmallAngleText(angle, unit, 0);
+}
+
+std::string ResidualText(std::optional<IntAngle> angle, AngleUnit unit) {
+  return SmallAngleText(angle, unit, 1);
+}
+
+std::string ErrorWithUnit(std::optional<IntAngle> angle, AngleUnit unit) {
+  const bool apart = angle && unit == AngleUnit::kGon;
+  return ErrorText(angle, unit) + (apart ? " " : "") +
+         std::string(angle ? SmallAngleUnit(unit) : "");
 }
 
 std::string MillimetresText(double metres) {

@@ -3,7 +3,9 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "base/angle_text.hpp"
 #include "kavostdlib.h"
 
 namespace kavo_app {
@@ -20,7 +22,16 @@ std::string DifferenceText(double number);
 /// Metres as millimetres in two decimals.
 std::string MillimetresText(double metres);
 
-/// Arc-seconds in one decimal; "-" for none.
-std::string SecondsText(std::optional<IntAngle> angle);
+/// The unit of residuals and instrument errors among angles of a notation: "mgon" for gon, and
+/// arc-seconds, a quotation mark, for all others.
+std::string_view SmallAngleUnit(AngleUnit unit);
+
+/// An angle in that unit: an error in 0.1 arc-seconds or 0.01 mgon, a residual in one digit more;
+/// "-" for none.
+std::string ErrorText(std::optional<IntAngle> angle, AngleUnit unit);
+std::string ResidualText(std::optional<IntAngle> angle, AngleUnit unit);
+
+/// An error with its unit.
+std::string ErrorWithUnit(std::optional<IntAngle> angle, AngleUnit unit);
 
 }  // namespace kavo_app

@@ -10,7 +10,15 @@
 namespace kavo_app {
 namespace {
 
-bool ContinuesSequence(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
+// The bytes of the control character that the text begins with; 0 when it is none. Those above
+// ASCII are two bytes, the second of which is their code.
+std::size_t ControlBytes(std::string_view text) {
+  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) == 0xC2 && text.size() > 1 && byte(1) >= 0x80 && byte(1) < 0xA0) {
+    return 2;
+  }
+  return byte(0) < ' ' || byte(0) == 0x7F ? 1 : 0;
+}
 
 }  // namespace
 
@@ -30,9 +38,14 @@ std::string NoNumberAdvice(std::string_view text) {
 
 std::string InOneLine(std::string_view text) {
   std::string line;
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    line += code < ' ' || code == 0x7F ? fmt::format("\\u{:04X}", code) : std::string(1, c);
+  while (!text.empty()) {
+    const auto bytes = ControlBytes(text);
+    if (bytes == 0) {
+      line += text.front();
+    } else {
+      line += fmt::format("\\u{:04X}", static_cast<unsigned char>(text[bytes - 1]));
+    }
+    text.remove_prefix(std::max<std::size_t>(bytes, 1));
   }
   return line;
 }
@@ -86,7 +99,7 @@ std::string AsUtf8(std::string_view text) {
   std::string out;
   while (!text.empty()) {
     const auto bytes = CharacterBytes(text);
-    out += bytes == 0 ? "\uFFFD" : text.substr(0, bytes);
+    out += bytes == 0 ? kReplacement : text.substr(0, bytes);
     text.remove_prefix(std::max<std::size_t>(bytes, 1));
   }
   return out;

@@ -17,8 +17,14 @@ inline constexpr std::string_view kListRule =
 /// What is wrong with text that is no number, and what would be right.
 std::string NoNumberAdvice(std::string_view text);
 
+/// Stands for what is no character: U+FFFD.
+inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+/// Whether a byte of UTF-8 text goes on with a character that began before it.
+constexpr bool ContinuesSequence(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
+
 /// The text with its control characters written as TOML and JSON write them, such as \u000A: names
-/// and texts may hold some, and would break the line.
+/// and texts may hold some, and would break the line or command the terminal.
 std::string InOneLine(std::string_view text);
 
 /// The same fit for a message: cut after `most` bytes.

@@ -58,15 +58,43 @@ Value Component(const Value& output, std::string_view component) {
   return component == "north" ? point->north : point->east;
 }
 
-bool Outcome::Good() const {
-  return success && passed && std::ranges::all_of(comparisons, [](const auto& comparison) {
-           return Available(comparison.computed) && comparison.within.value_or(true);
-         });
+Verdict VerdictOn(const Comparison& comparison) {
+  if (!Available(comparison.computed)) {
+    return Verdict::kMissing;
+  }
+  if (!comparison.within) {
+    return Verdict::kUnjudged;
+  }
+  return *comparison.within ? Verdict::kOk : Verdict::kOutOfTolerance;
+}
+
+Verdict Outcome::WorstVerdict() const {
+  Verdict worst = Verdict::kUnjudged;
+  for (const auto& comparison : comparisons) {
+    worst = std::max(worst, VerdictOn(comparison));
+  }
+  return worst;
+}
+
+std::string_view Outcome::Flaw() const {
+  if (!success) {
+    return "no result";
+  }
+  switch (WorstVerdict()) {
+    case Verdict::kMissing:
+      return "expected value missing";
+    case Verdict::kOutOfTolerance:
+      return "out of tolerance";
+    case Verdict::kUnjudged:
+    case Verdict::kOk:
+      break;
+  }
+  return passed ? "" : "check not passed";
 }
 
 // Outputs stay without value when there is no result.
-void CallService(const Service& service, Outcome& outcome) {
-  Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs));
+void CallService(const Service& service, AngleUnit notation, Outcome& outcome) {
+  Answer answer = CheckedCall(service, Inputs(service.inputs, outcome.inputs, notation));
   ReclaimHeap();
   TakeStatus(RowOf(service, answer), outcome);
   outcome.warning = std::move(answer.warning);

@@ -20,6 +20,10 @@ struct Comparison {
   std::optional<bool> within;  ///< Whether it is in the step's tolerance, if there is one.
 };
 
+/// How an expected number is met; the worse ones stand later.
+enum class Verdict { kUnjudged, kOk, kOutOfTolerance, kMissing };
+Verdict VerdictOn(const Comparison& comparison);
+
 /// A number of an output: of a point the component of that name, otherwise the output itself. No
 /// value when there is none.
 Value Component(const Value& output, std::string_view component);
@@ -38,12 +42,16 @@ struct Outcome {
   std::vector<Value> outputs;           ///< In the order of the service's outputs.
   std::vector<Comparison> comparisons;  ///< One for each expectation.
 
-  /// True when there is a result, no check failed, and nothing expected is missing or out of
-  /// tolerance.
-  bool Good() const;
+  /// The worst of its comparisons; unjudged without any.
+  Verdict WorstVerdict() const;
+  /// In words, what keeps the step from being good: it has no result, something expected is missing
+  /// or out of tolerance, or it is a check that is not passed. Empty when nothing does.
+  std::string_view Flaw() const;
+  bool Good() const { return Flaw().empty(); }
 };
 
 /// Calls a service with the inputs that the outcome holds and notes what came of it.
-void CallService(const Service& service, Outcome& outcome);
+/// @param notation  of the angles in notes.
+void CallService(const Service& service, AngleUnit notation, Outcome& outcome);
 
 }  // namespace kavo_app

@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 
 #include "base/geometry.hpp"
+#include "base/limit.hpp"
 #include "base/plain_text.hpp"
 #include "service/input_rules.hpp"
 #include "service/setup.hpp"
@@ -39,7 +40,7 @@ class Runner {
     if (const auto trouble = TroubleOfLimits(*step.service, outcome.inputs); !trouble.empty()) {
       return Skipped(step, trouble);
     }
-    CallService(*step.service, outcome);
+    CallService(*step.service, job_.angles, outcome);
     outcome.warning = Joined(Forgotten(step, outcome), outcome.warning);
     for (const auto& expected : step.expected) {
       outcome.comparisons.push_back(Compare(step, expected, outcome.outputs[expected.output]));
@@ -101,7 +102,7 @@ class Runner {
     Outcome given;
     given.inputs = outcome.inputs;
     given.inputs[input] = value;
-    CallService(*step.service, given);
+    CallService(*step.service, job_.angles, given);
     return !std::ranges::equal(given.outputs, outcome.outputs, SameNumbers);
   }
 
@@ -196,7 +197,7 @@ class Runner {
         std::get<double>(comparison.computed) - std::get<double>(expected.value);
     comparison.difference = difference;
     if (step.tolerance) {
-      comparison.within = std::fabs(difference) <= *step.tolerance;
+      comparison.within = WithinLimit(difference, *step.tolerance);
     }
     return comparison;
   }

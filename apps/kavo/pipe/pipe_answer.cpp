@@ -51,7 +51,7 @@ std::optional<Outcome> SetBase(Request& request) {
   }
   Outcome set;
   set.inputs = request.setInputs;
-  CallService(*request.setService, set);
+  CallService(*request.setService, request.angles, set);
   if (!set.success) {
     set.sentence = fmt::format("set: {}", set.sentence);
     return set;
@@ -72,7 +72,7 @@ Outcome OutcomeOf(Request& request) {
   }
   Outcome outcome;
   outcome.inputs = std::move(request.inputs);
-  CallService(*request.service, outcome);
+  CallService(*request.service, request.angles, outcome);
   return outcome;
 }
 

@@ -3,14 +3,14 @@
 #include <array>
 #include <cmath>
 
+#include "base/plain_text.hpp"
+
 namespace kavo_app {
 namespace {
 
 constexpr std::string_view kDots = "…";
 constexpr std::array kRoundSteps = {1.0, 2.0, 2.5, 5.0};
 constexpr double kRounding = 1e-9;
-
-bool StartsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
 // In the height of the font; after the widest of the usual fonts.
 double CharacterWidth(char first) {
@@ -29,7 +29,7 @@ double CharacterWidth(char first) {
 std::size_t FittingBytes(std::string_view text, double size, double width) {
   std::size_t end = 0;
   for (std::size_t i = 1; i <= text.size(); ++i) {
-    if ((i == text.size() || StartsCharacter(text[i])) &&
+    if ((i == text.size() || !ContinuesSequence(text[i])) &&
         TextWidth(text.substr(0, i), size) <= width) {
       end = i;
     }
@@ -140,7 +140,7 @@ bool Crosses(const std::vector<PaperSpot>& line, const PaperBox& box) {
 double TextWidth(std::string_view text, double size) {
   double width = 0.0;
   for (const char byte : text) {
-    width += StartsCharacter(byte) ? CharacterWidth(byte) : 0.0;
+    width += !ContinuesSequence(byte) ? CharacterWidth(byte) : 0.0;
   }
   return width * size;
 }

@@ -8,8 +8,6 @@
 namespace kavo_app {
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
 std::string_view Escaped(std::string_view character) {
   switch (character[0]) {
     case '&':

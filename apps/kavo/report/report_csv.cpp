@@ -25,8 +25,8 @@ std::string CsvField(std::string_view text) {
 }
 
 std::string DescriptionOf(const JobPoint& point) {
-  return fmt::format("{}{}", point.code.empty() ? point.service : point.code,
-                     point.good ? "" : " (out of tolerance)");
+  const auto what = point.code.empty() ? point.service : std::string_view(point.code);
+  return point.flaw.empty() ? std::string(what) : fmt::format("{} ({})", what, point.flaw);
 }
 
 }  // namespace

@@ -54,13 +54,14 @@ void WriteProperties(const JsonWriter& json, const JobPoint& point) {
   properties.Key("role").Text(RoleText(point.role));
   if (!point.service.empty()) {
     properties.Key("service").Text(point.service);
-    properties.Key("good").Boolean(point.good);
+    properties.Key("good").Boolean(point.flaw.empty());
     properties.Key("code").Text(point.code);
   }
 }
 
 void WriteProperties(const JsonWriter& json, const ScenePath& path) {
   auto properties = json.Object();
+  properties.Key("name").Text(path.name);
   properties.Key("role").Text(path.stroke == Stroke::kBoundary ? "area" : "reference");
 }
 

@@ -18,7 +18,7 @@ void PrintResults(const Step& step, const Outcome& outcome, AngleUnit unit, Text
   }
   for (const auto& output : outcome.outputs) {
     if (const auto* residuals = std::get_if<std::vector<SightResidual>>(&output)) {
-      PrintResiduals(*residuals, page);
+      PrintResiduals(*residuals, unit, page);
     }
   }
 }
@@ -34,10 +34,11 @@ void PrintRemarks(const Outcome& outcome, TextPage& page) {
 }
 
 std::string ComparisonText(const Comparison& comparison, AngleUnit angles, std::string_view unit) {
+  const auto verdict = VerdictText(VerdictOn(comparison));
   return Available(comparison.computed)
              ? fmt::format("difference {} {}", WithUnit(DifferenceTextOf(comparison, angles), unit),
-                           Verdict(comparison))
-             : std::string(Verdict(comparison));
+                           verdict)
+             : std::string(verdict);
 }
 
 void PrintExpected(const Step& step, const Outcome& outcome, AngleUnit unit, TextPage& page) {

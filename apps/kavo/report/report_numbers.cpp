@@ -86,18 +86,20 @@ std::string WithUnit(const std::string& text, std::string_view unit) {
   return text == kNone || unit.empty() ? text : fmt::format("{} {}", text, unit);
 }
 
-std::string_view UnitOf(const Field& field) {
-  return IsAngle(field.kind) ? std::string_view() : InfoOf(field.kind).unit;
-}
+std::string_view UnitOf(const Field& field) { return InfoOf(field.kind).unit; }
 
-std::string_view Verdict(const Comparison& comparison) {
-  if (!Available(comparison.computed)) {
-    return "MISSING";
+std::string_view VerdictText(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kMissing:
+      return "MISSING";
+    case Verdict::kOutOfTolerance:
+      return "OUT OF TOLERANCE";
+    case Verdict::kOk:
+      return "ok";
+    case Verdict::kUnjudged:
+      break;
   }
-  if (!comparison.within) {
-    return "";
-  }
-  return *comparison.within ? "ok" : "OUT OF TOLERANCE";
+  return "";
 }
 
 std::string_view StatusRemark(const Outcome& outcome) {

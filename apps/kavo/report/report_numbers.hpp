@@ -47,8 +47,8 @@ std::string WithUnit(const std::string& text, std::string_view unit);
 /// The unit of a field's numbers, for reading beside them.
 std::string_view UnitOf(const Field& field);
 
-/// Whether an expected number is met; empty when the step has no tolerance for it.
-std::string_view Verdict(const Comparison& comparison);
+/// The verdict as a report has it; empty when the step has no tolerance for the number.
+std::string_view VerdictText(Verdict verdict);
 
 /// Why there is no result, or what the status says beyond that there is one; or empty.
 std::string_view StatusRemark(const Outcome& outcome);

@@ -45,13 +45,14 @@ std::vector<std::string> PairTexts(const Sight& sight, AngleUnit unit) {
   for (const auto& reading : sight.readings) {
     AddReading(reading, unit, texts);
   }
-  texts.push_back(SecondsText(sight.errors->collimation));
-  texts.push_back(SecondsText(sight.errors->index));
+  texts.push_back(ErrorText(sight.errors->collimation, unit));
+  texts.push_back(ErrorText(sight.errors->index, unit));
   return texts;
 }
 
 // Pairs as they were read.
 void PrintPairs(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page) {
+  const std::string small(SmallAngleUnit(unit));
   TextTable table({{"both faces", "", Holds::kNames},
                    {"ha face 1", ""},
                    {"va face 1", ""},
@@ -59,8 +60,8 @@ void PrintPairs(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page
                    {"ha face 2", ""},
                    {"va face 2", ""},
                    {"dist face 2", "m"},
-                   {"collimation", "\""},
-                   {"index", "\""}});
+                   {"collimation", small},
+                   {"index", small}});
   for (const auto& sight : sights) {
     if (sight.errors) {
       table.AddRow(PairTexts(sight, unit));
@@ -70,12 +71,14 @@ void PrintPairs(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page
 }
 
 // What the pairs say of the instrument.
-void PrintErrors(const FaceSummary& faces, TextPage& page) {
-  page.Item("collimation", fmt::format("mean {}\", spread {}\"", SecondsText(faces.collimation),
-                                       SecondsText(faces.collimationSpread)));
+void PrintErrors(const FaceSummary& faces, AngleUnit unit, TextPage& page) {
+  const auto text = [unit](std::optional<IntAngle> mean, std::optional<IntAngle> spread) {
+    return fmt::format("mean {}, spread {}", ErrorWithUnit(mean, unit),
+                       ErrorWithUnit(spread, unit));
+  };
+  page.Item("collimation", text(faces.collimation, faces.collimationSpread));
   if (faces.index) {
-    page.Item("index", fmt::format("mean {}\", spread {}\"", SecondsText(faces.index),
-                                   SecondsText(faces.indexSpread)));
+    page.Item("index", text(faces.index, faces.indexSpread));
   }
 }
 
@@ -96,15 +99,17 @@ void PrintSights(const std::vector<Sight>& sights, AngleUnit unit, TextPage& pag
   table.Print(page);
   if (const auto faces = SummaryOfFaces(sights); faces.pairs > 0) {
     PrintPairs(sights, unit, page);
-    PrintErrors(faces, page);
+    PrintErrors(faces, unit, page);
   }
 }
 
-void PrintResiduals(const std::vector<SightResidual>& residuals, TextPage& page) {
-  TextTable table(
-      {{"sight", "", Holds::kNames}, {"direction", "\""}, {"distance", "mm"}, {"elevation", "m"}});
+void PrintResiduals(const std::vector<SightResidual>& residuals, AngleUnit unit, TextPage& page) {
+  TextTable table({{"sight", "", Holds::kNames},
+                   {"direction", std::string(SmallAngleUnit(unit))},
+                   {"distance", "mm"},
+                   {"elevation", "m"}});
   for (const auto& residual : residuals) {
-    table.AddRow({NameText(residual.name), fmt::format("{:.2f}", ArcSeconds(residual.direction)),
+    table.AddRow({NameText(residual.name), ResidualText(residual.direction, unit),
                   residual.dist ? MillimetresText(*residual.dist) : kNone,
                   residual.elev ? NumberText(*residual.elev) : kNone});
   }

@@ -14,6 +14,6 @@ namespace kavo_app {
 void PrintSights(const std::vector<Sight>& sights, AngleUnit unit, TextPage& page);
 
 /// What each sight is off.
-void PrintResiduals(const std::vector<SightResidual>& residuals, TextPage& page);
+void PrintResiduals(const std::vector<SightResidual>& residuals, AngleUnit unit, TextPage& page);
 
 }  // namespace kavo_app

@@ -32,17 +32,6 @@ Column ResultColumn(const ResultNumber& number, std::span<const Field> inputs) {
              : Column{number.heading, std::string(number.unit), Holds::kNumbers, kResults};
 }
 
-std::string_view WorstVerdict(const Outcome& outcome) {
-  std::string_view worst;
-  for (const auto& comparison : outcome.comparisons) {
-    const auto verdict = Verdict(comparison);
-    if (worst.empty() || worst == "ok") {
-      worst = verdict;
-    }
-  }
-  return worst;
-}
-
 class StepTable {
  public:
   StepTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit)
@@ -146,7 +135,7 @@ class StepTable {
   std::string Remarks(const Step& step, const Outcome& outcome) const {
     std::string remarks;
     for (const std::string_view remark :
-         {outcome.success ? WorstVerdict(outcome) : "", StatusRemark(outcome),
+         {outcome.success ? VerdictText(outcome.WorstVerdict()) : "", StatusRemark(outcome),
           std::string_view(outcome.note), commonNote_.empty() ? std::string_view(step.note) : ""}) {
       remarks += (remarks.empty() || remark.empty() ? "" : ", ") + std::string(remark);
     }

@@ -12,7 +12,7 @@ namespace kavo_app {
 namespace {
 
 void PrintHeading(const Job& job, TextPage& page) {
-  page.Line("{}", job.title.empty() ? job.file : job.title);
+  page.Folded("", job.title.empty() ? job.file : job.title);
   if (!job.source.empty()) {
     page.Folded("source: ", job.source);
   }

@@ -1,9 +1,9 @@
-// The page of a text report: lines, and text that is folded to its width.
+// The page of a text report: lines, and text that is folded to its width. Free text may come from
+// anyone: control characters are shown and never reach a terminal.
 #pragma once
 
 #include <fmt/format.h>
 
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,10 +15,9 @@ class TextPage {
   /// A line of any length, without blanks at its end.
   template <class... Args>
   void Line(fmt::format_string<Args...> format, Args&&... args) {
-    fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
-    EndLine();
+    PutLine(fmt::format(format, std::forward<Args>(args)...));
   }
-  /// A text that is folded where it is too long, with all its lines behind the head.
+  /// A text that is folded where it is too long, with all its own lines behind the head.
   void Folded(std::string_view head, std::string_view text);
   /// What was given, or is to be said, with its heading.
   void Item(std::string_view heading, std::string_view text);
@@ -28,6 +27,8 @@ class TextPage {
   std::string Take() { return std::move(out_); }
 
  private:
+  void PutLine(std::string_view line);
+  void FoldLine(std::size_t indent, std::string_view line);
   void EndLine();
 
   std::string out_;

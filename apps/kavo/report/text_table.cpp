@@ -81,6 +81,15 @@ void PrintLine(const std::vector<ColumnLayout>& columns, const TextOf& textOf, T
 
 }  // namespace
 
+// In one line each before they are measured.
+void TextTable::AddRow(std::vector<std::string> texts) {
+  for (auto& text : texts) {
+    std::ranges::replace(text, '\n', ' ');
+    text = InOneLine(text);
+  }
+  rows_.push_back(std::move(texts));
+}
+
 void TextTable::Print(TextPage& page) const {
   std::vector<ColumnLayout> columns(columns_.begin(), columns_.end());
   for (const auto& row : rows_) {

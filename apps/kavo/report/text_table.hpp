@@ -27,7 +27,7 @@ class TextTable {
   explicit TextTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
   /// @param texts  one for each column; "-" or nothing where there is no value.
-  void AddRow(std::vector<std::string> texts) { rows_.push_back(std::move(texts)); }
+  void AddRow(std::vector<std::string> texts);
 
   void Print(TextPage& page) const;
 

@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include "scene/place_index.hpp"
+#include "service/service_rows.hpp"
+#include "service/setup.hpp"
 
 namespace kavo_app {
 namespace {
 
-// The points that come up, each name once at a place.
+// The points that come up, each once.
 class PointList {
  public:
   void Add(const JobPoint& point) {
@@ -24,13 +26,18 @@ class PointList {
 
  private:
   static bool IsSame(const JobPoint& one, const JobPoint& other) {
-    return one.at.north == other.at.north && one.at.east == other.at.east && one.name == other.name;
+    return one.at.north == other.at.north && one.at.east == other.at.east &&
+           IsOnePoint(one.name, one.role, other.name, other.role);
   }
 
-  // The weightier role counts.
+  // The weightier role counts, and the coordinates that have the name.
   static void Unite(JobPoint& known, const JobPoint& other) {
+    if (known.name.empty()) {
+      known.name = other.name;
+      known.at = other.at;
+    }
     known.role = std::max(known.role, other.role);
-    known.good = known.good && other.good;
+    known.flaw = known.flaw.empty() ? other.flaw : known.flaw;
     if (known.service.empty()) {
       known.service = other.service;
       known.code = other.code;
@@ -41,9 +48,16 @@ class PointList {
   PlaceIndex index_;
 };
 
+// Whether the instrument stands at an input: where it does, its height above the point counts. An
+// azimuth between two points starts at a station too, where nobody need have stood.
+bool IsOccupied(const Service& service, std::size_t input) {
+  return service.inputs[input].name == kSetUpStation.name &&
+         FindField(service.inputs, kInstrumentHeight.name);
+}
+
 // What an output point is: a service that measures a point against a base gives its foot there.
 Role RoleOf(const Service& service, std::size_t output) {
-  if (service.outputs[output].name == "station") {
+  if (service.outputs[output].name == kSetUpStation.name) {
     return Role::kStation;
   }
   const bool measures = BaseInput(service) != nullptr && FindField(service.inputs, "point");
@@ -63,14 +77,17 @@ void AddGiven(const Input& input, bool occupied, PointList& points) {
   points.Add({input.named ? input.text : "", *at, role});
 }
 
-// An earlier result that is used as a station is one from here on.
+// An earlier result that is used as a station is one from here on. However the reference is
+// written, it is the point that the earlier step gave.
 void AddUsed(const StepView& step, std::size_t input, PointList& points) {
   const auto* at = std::get_if<CoordPt>(&step.Result().inputs[input]);
   const auto& from = step.GetStep().inputs[input].from;
   if (at != nullptr && from) {
-    const bool occupied = step.GetStep().service->inputs[input].name == "station";
-    const auto role = RoleOf(*step.SourceOf(input).GetStep().service, from->output);
-    points.Add({step.GetStep().inputs[input].text, *at, occupied ? Role::kStation : role});
+    const auto source = step.SourceOf(input);
+    const auto role = IsOccupied(*step.GetStep().service, input)
+                          ? Role::kStation
+                          : RoleOf(*source.GetStep().service, from->output);
+    points.Add({source.PointName(from->output), *at, role});
   }
 }
 
@@ -78,7 +95,7 @@ void AddComputed(const StepView& step, PointList& points) {
   const auto& service = *step.GetStep().service;
   for (std::size_t i = 0; i < service.outputs.size(); ++i) {
     if (const auto* at = std::get_if<CoordPt>(&step.Result().outputs[i])) {
-      points.Add({step.PointName(i), *at, RoleOf(service, i), step.Result().Good(), service.name,
+      points.Add({step.PointName(i), *at, RoleOf(service, i), step.Result().Flaw(), service.name,
                   step.GetStep().code});
     }
   }
@@ -87,7 +104,7 @@ void AddComputed(const StepView& step, PointList& points) {
 void AddAll(const StepView& step, PointList& points) {
   const auto& service = *step.GetStep().service;
   for (std::size_t i = 0; i < step.GetStep().inputs.size(); ++i) {
-    AddGiven(step.GetStep().inputs[i], service.inputs[i].name == "station", points);
+    AddGiven(step.GetStep().inputs[i], IsOccupied(service, i), points);
     if (step.Result().ran) {
       AddUsed(step, i, points);
     }
@@ -111,6 +128,12 @@ std::string_view RoleText(Role role) {
       break;
   }
   return "instrument station";
+}
+
+bool IsOnePoint(std::string_view oneName, Role oneRole, std::string_view otherName,
+                Role otherRole) {
+  const bool foot = oneRole == Role::kFoot || otherRole == Role::kFoot;
+  return oneName == otherName || (!foot && (oneName.empty() || otherName.empty()));
 }
 
 std::vector<JobPoint> PointsOf(const StepView& step) {

@@ -21,20 +21,24 @@ enum class Role {
 /// What a role is called, such as "control point".
 std::string_view RoleText(Role role);
 
+/// Whether what lies at one place is one point: by its name, and a point without one is any that
+/// lies there. A foot has the name of another point, and is none but itself.
+bool IsOnePoint(std::string_view oneName, Role oneRole, std::string_view otherName, Role otherRole);
+
 /// A point with its part in the job.
 struct JobPoint {
-  std::string name;  ///< Empty for a given one.
+  std::string name;  ///< Empty for a given one, where no other lies.
   CoordPt at;
   Role role;
-  bool good = true;            ///< False for a result that is out of tolerance.
+  std::string_view flaw{};     ///< What keeps a result from being good; or empty.
   std::string_view service{};  ///< The service that computed it; empty for the others.
   std::string code{};          ///< Its feature code; may be empty.
 };
 
-/// The points that a step uses and computes, in the order of its fields, each name once.
+/// The points that a step uses and computes, in the order of its fields, each once.
 std::vector<JobPoint> PointsOf(const StepView& step);
 
-/// The points of all steps, each name once, in the order in which they come up.
+/// The points of all steps, each once, in the order in which they come up.
 std::vector<JobPoint> AllPoints(const Job& job, const std::vector<Outcome>& outcomes);
 
 }  // namespace kavo_app

@@ -26,8 +26,8 @@ struct Segment {
 };
 
 constexpr std::array kSegments = {
-    Segment{"inverse", "station", "point", Stroke::kSight},
-    Segment{"forward", "station", "point", Stroke::kSight},
+    Segment{"inverse", "station", "point", Stroke::kConstruction},
+    Segment{"forward", "station", "point", Stroke::kConstruction},
     Segment{"radiate", "station", "point", Stroke::kSight},
     Segment{"offset-point", "from", "to", Stroke::kConstruction},
     Segment{"distance", "first", "second", Stroke::kConstruction},
@@ -49,7 +49,8 @@ void AddSegments(const StepView& step, Scene& scene) {
     const auto* from = step.Find<CoordPt>(segment.from);
     const auto* to = step.Find<CoordPt>(segment.to);
     if (segment.service == step.GetStep().service->name && from != nullptr && to != nullptr) {
-      AddPath(scene, segment.stroke, {InPlan(*from), InPlan(*to)});
+      AddPath(scene, segment.stroke, {InPlan(*from), InPlan(*to)},
+              segment.stroke == Stroke::kReference ? step.GetStep().name : "");
     }
   }
 }
@@ -99,7 +100,7 @@ void AddParcel(const StepView& step, Scene& scene) {
       {InnerSpots(vertices).front(),
        fmt::format("{}: {:.2f} m²", step.GetStep().name, std::get<double>(*step.Out("area"))),
        vertices});
-  AddPath(scene, Stroke::kBoundary, std::move(vertices));
+  AddPath(scene, Stroke::kBoundary, std::move(vertices), step.GetStep().name);
 }
 
 void AddColumn(const StepView& step, Scene& scene) {
@@ -112,7 +113,7 @@ void AddColumn(const StepView& step, Scene& scene) {
     vertices.push_back(
         {centre.right + radius * std::sin(turned), centre.up + radius * std::cos(turned)});
   }
-  AddPath(scene, Stroke::kReference, std::move(vertices));
+  AddPath(scene, Stroke::kReference, std::move(vertices), step.GetStep().name);
 }
 
 struct Shape {
@@ -163,8 +164,8 @@ Scene ShapesOf(const StepView& step) {
   Scene scene;
   for (const auto& point : PointsOf(step)) {
     AddPoint(scene, {InPlan(point.at), point.role, point.name,
-                     point.good ? std::vector<std::string>{}
-                                : std::vector<std::string>{"out of tolerance"},
+                     point.flaw.empty() ? std::vector<std::string>{}
+                                        : std::vector{std::string(point.flaw)},
                      point.code});
   }
   if (!step.Result().success) {

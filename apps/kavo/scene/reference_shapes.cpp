@@ -12,9 +12,9 @@
 namespace kavo_app {
 namespace {
 
-void AddChainage(std::vector<Spot> vertices, double length, Scene& scene) {
+void AddChainage(const std::string& name, std::vector<Spot> vertices, double length, Scene& scene) {
   const auto before = scene.paths.size();
-  AddPath(scene, Stroke::kReference, vertices);
+  AddPath(scene, Stroke::kReference, vertices, name);
   if (scene.paths.size() > before && length > 0.0) {
     scene.chainages.push_back({std::move(vertices), length});
   }
@@ -27,8 +27,8 @@ void AddName(std::string name, At at, Scene& scene) {
 }
 
 void AddBaseline(const std::string& name, const CoordPt& from, const CoordPt& to, Scene& scene) {
-  AddChainage({InPlan(from), InPlan(to)}, std::hypot(to.north - from.north, to.east - from.east),
-              scene);
+  AddChainage(name, {InPlan(from), InPlan(to)},
+              std::hypot(to.north - from.north, to.east - from.east), scene);
   const auto at = [&](double part) {
     return Spot{from.east + part * (to.east - from.east),
                 from.north + part * (to.north - from.north)};
@@ -82,7 +82,7 @@ void AddArc(const StepView& step, Scene& scene) {
   AddName(
       fmt::format("{}, R {} m", step.GetStep().name, MetresText(std::fabs(arc.radius))),
       [&arc](double part) { return arc.At(part * arc.length); }, scene);
-  AddChainage(std::move(vertices), arc.length, scene);
+  AddChainage(step.GetStep().name, std::move(vertices), arc.length, scene);
 }
 
 // Where the instrument's formula leaves the geometry, as the step's note says, there is no such

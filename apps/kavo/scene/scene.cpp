@@ -18,10 +18,9 @@ bool OnEarth(Spot spot) {
   return std::fabs(spot.right) < kFarthest && std::fabs(spot.up) < kFarthest;
 }
 
-// A point without a name is any that lies there.
 bool IsSame(const ScenePoint& known, const ScenePoint& next) {
   return known.at.right == next.at.right && known.at.up == next.at.up &&
-         (known.name == next.name || next.name.empty());
+         IsOnePoint(known.name, known.role, next.name, next.role);
 }
 
 constexpr double kRounding = 1e-4;  // of a line's place, in its length
@@ -84,6 +83,9 @@ void AddPoint(Scene& scene, ScenePoint point) {
   }
   auto* known = &scene.points[*found];
   known->role = std::max(known->role, point.role);
+  if (known->name.empty()) {
+    known->name = std::move(point.name);
+  }
   if (known->code.empty()) {
     known->code = std::move(point.code);
   }
@@ -94,9 +96,9 @@ void AddPoint(Scene& scene, ScenePoint point) {
   }
 }
 
-void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices) {
+void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices, std::string name) {
   if (std::ranges::all_of(vertices, OnEarth)) {
-    scene.paths.push_back({std::move(vertices), stroke});
+    scene.paths.push_back({std::move(vertices), stroke, std::move(name)});
   }
 }
 

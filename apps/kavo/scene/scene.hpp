@@ -53,6 +53,7 @@ enum class Stroke {
 struct ScenePath {
   std::vector<Spot> vertices;
   Stroke stroke;
+  std::string name{};  ///< Of the step that it is the outcome of, as a reference or an area.
 };
 
 /// A line or arc with ticks at even chainages; the vertices have even distances.
@@ -100,7 +101,7 @@ struct Scene {
 void AddPoint(Scene& scene, ScenePoint point);
 
 /// Adds a line through spots.
-void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices);
+void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices, std::string name = {});
 
 /// Adds all that another scene shows.
 void Append(Scene& scene, Scene other);
@@ -111,7 +112,7 @@ void DropRepeated(std::vector<Chainage>& chainages);
 /// The rectangle of all points and lines.
 Extent ExtentOf(const Scene& scene);
 
-/// Metres in three decimals and a difference with its sign, for labels.
+/// Metres in three decimals, for labels. Nothing has no sign.
 std::string MetresText(double metres);
 
 /// Everything that a job can show: plans, one for each place where it works, then a facade for each

@@ -41,8 +41,8 @@ class StepView {
   StepView SourceOf(std::size_t input) const {
     return {job_, outcomes_, GetStep().inputs[input].from->step};
   }
-  /// Nothing, or that an expected number of the step is out of tolerance, to end a label with.
-  std::string_view Flaw() const { return Result().Good() ? "" : ", out of tolerance"; }
+  /// Nothing, or what keeps the step from being good, to end a label with.
+  std::string Flaw() const { return Result().Good() ? "" : ", " + std::string(Result().Flaw()); }
   /// The name of an output point: the step's, with the field's where there are several points.
   std::string PointName(std::size_t output) const;
 

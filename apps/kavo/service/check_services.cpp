@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "base/geometry.hpp"
+#include "base/limit.hpp"
 #include "base/plain_text.hpp"
 #include "service/doubts.hpp"
 #include "service/faces.hpp"
@@ -24,7 +25,7 @@ class Judge {
  public:
   void TakeLength(std::string_view name, const Value& difference, double tolerance) {
     const auto* number = std::get_if<double>(&difference);
-    if (number != nullptr && !(std::fabs(*number) <= tolerance)) {
+    if (number != nullptr && !WithinLimit(*number, tolerance)) {
       Blame(name);
     }
   }

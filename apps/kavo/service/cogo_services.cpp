@@ -40,7 +40,7 @@ Answer Inverse(const Inputs& in) {
   const CoordPt& point = in.Point("point");
   AngDistRec out{};
   const auto status = KavoCogoCoordToAngDist(&station, &point, &out);
-  if ((station.flags & point.flags & COORD_HAS_ELEV) == 0) {
+  if (!HasElev(station) || !HasElev(point)) {
     return {status, {OrNothing(out.azimuth), {}, {}, out.horizDist, {}}};
   }
   return {status,

@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "base/limit.hpp"
+#include "base/number_text.hpp"
 
 namespace kavo_app {
 namespace {
@@ -84,14 +86,14 @@ IntAngle Spread(const std::vector<IntAngle>& errors) {
   return most - least;
 }
 
-std::string NoteOnFaces(const Sight& sight) {
+std::string NoteOnFaces(const Sight& sight, AngleUnit unit) {
   if (!sight.errors) {
     return sight.face2 ? "face 2" : "";
   }
-  const auto collimation =
-      fmt::format("both faces meaned: collimation {:.1f}\"", ArcSeconds(sight.errors->collimation));
+  const auto collimation = fmt::format("both faces meaned: collimation {}",
+                                       ErrorWithUnit(sight.errors->collimation, unit));
   return sight.errors->index
-             ? fmt::format("{}, index {:.1f}\"", collimation, ArcSeconds(*sight.errors->index))
+             ? fmt::format("{}, index {}", collimation, ErrorWithUnit(sight.errors->index, unit))
              : collimation;
 }
 
@@ -117,7 +119,7 @@ std::string PointingTrouble(const Inputs& in, const std::vector<Reading>& readin
 }
 
 bool FarApart(double one, double other) {
-  return one != 0.0 && other != 0.0 && std::fabs(one - other) > kGrossDist;
+  return one != 0.0 && other != 0.0 && !WithinLimit(one - other, kGrossDist);
 }
 
 }  // namespace
@@ -179,7 +181,7 @@ Pointing PointingOf(const Inputs& in) {
   }
   out.trouble = PointingTrouble(in, sight.readings);
   ReduceReadings(sight);
-  out.note = NoteOnFaces(sight);
+  out.note = NoteOnFaces(sight, in.Notation());
   return out;
 }
 

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "base/angle_text.hpp"
 #include "service/value.hpp"
 
 namespace kavo_app {
@@ -58,8 +59,10 @@ struct StatusRow {
 /// fault of the program and ends it.
 class Inputs {
  public:
-  Inputs(std::span<const Field> fields, std::vector<Value> values)
-      : fields_(fields), values_(std::move(values)) {}
+  /// @param notation  of the angles that a note tells a reader.
+  Inputs(std::span<const Field> fields, std::vector<Value> values,
+         AngleUnit notation = AngleUnit::kDms)
+      : fields_(fields), values_(std::move(values)), notation_(notation) {}
 
   const CoordPt& Point(std::string_view name) const { return Get<CoordPt>(name); }
   const std::vector<CoordPt>& Points(std::string_view name) const {
@@ -88,6 +91,7 @@ class Inputs {
 
   std::span<const Field> Fields() const { return fields_; }
   const std::vector<Value>& Values() const { return values_; }
+  AngleUnit Notation() const { return notation_; }
 
  private:
   const Value& Find(std::string_view name) const;
@@ -98,6 +102,7 @@ class Inputs {
 
   std::span<const Field> fields_;
   std::vector<Value> values_;
+  AngleUnit notation_;
 };
 
 /// The outputs of a call that has a result, looked up in the same way.

@@ -85,7 +85,7 @@ Answer CallMoved(const Service& service, const Inputs& in, const Shift& shift) {
   for (const auto& value : in.Values()) {
     values.push_back(Moved(value, shift));
   }
-  Answer answer = service.call(Inputs(in.Fields(), std::move(values)));
+  Answer answer = service.call(Inputs(in.Fields(), std::move(values), in.Notation()));
   for (auto& output : answer.outputs) {
     output = Moved(output, shift.Back());
   }
@@ -104,7 +104,7 @@ struct Number {
 };
 
 // The numbers of an answer that the coordinates bear on; none of a failure.
-std::vector<Number> NumbersOf(const Service& service, const Answer& answer) {
+std::vector<Number> ComparedNumbers(const Service& service, const Answer& answer) {
   std::vector<Number> numbers;
   for (std::size_t i = 0; Succeeded(service, answer) && i < answer.outputs.size(); ++i) {
     const auto name = std::string(service.outputs[i].name);
@@ -139,8 +139,8 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
       row != nullptr && better.status != asGiven.status) {
     tell(std::string(row->sentence));
   }
-  const auto given = NumbersOf(service, asGiven);
-  for (const auto& [name, value] : NumbersOf(service, better)) {
+  const auto given = ComparedNumbers(service, asGiven);
+  for (const auto& [name, value] : ComparedNumbers(service, better)) {
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
       tell(fmt::format("{} {}", name, TextOf(value)));

@@ -34,7 +34,7 @@ const KindInfo& InfoOf(Kind kind) {
       "optional; or a CSV file with these columns; two readings of a point on both faces are one "
       "sight"};
   static constexpr KindInfo kResiduals{"list", "", "not an input"};
-  static constexpr KindInfo kAngle{"angle", "angle", "in the job's notation, or \"@step.field\""};
+  static constexpr KindInfo kAngle{"angle", "", "in the job's notation, or \"@step.field\""};
   static constexpr KindInfo kLength{"metres", "m", kNumber};
   static constexpr KindInfo kArea{"square metres", "m2", kNumber};
   static constexpr KindInfo kPercent{"per cent", "%", kNumber};

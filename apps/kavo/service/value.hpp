@@ -99,7 +99,7 @@ bool SameNumbers(const Value& one, const Value& other);
 /// What a reader must know of a kind.
 struct KindInfo {
   std::string_view word;     ///< What help calls it; the unit of a number.
-  std::string_view unit;     ///< "m", "m2", "%"; "angle" for the job's unit; empty for none.
+  std::string_view unit;     ///< "m", "m2", "%"; empty for none, and for angles: the job's own.
   std::string_view writing;  ///< How a job writes it, for help.
 };
 const KindInfo& InfoOf(Kind kind);
