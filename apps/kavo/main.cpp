@@ -70,6 +70,7 @@ void AddRunOptions(CLI::App& run, RunOptions& options) {
   run.add_option("--geojson", options.geojson, "Write points, lines and areas in grid coordinates")
       ->option_text("FILE");
   run.add_option("--svg", options.svg, "Draw plans, facades and sections")->option_text("FILE");
+  run.add_flag("--strict", options.strict, "End with 1 also for a warning");
   run.footer("A FILE of - stands for standard output, in place of the report.");
 }
 

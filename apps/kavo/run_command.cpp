@@ -84,7 +84,9 @@ bool RunCommand(const RunOptions& options) {
   }
   PrintOut(printed ? *printed : TextReport(job, outcomes));
   OutputFile::KeepAll(files);
-  return std::ranges::all_of(outcomes, &Outcome::Good);
+  return std::ranges::all_of(outcomes, [&options](const Outcome& outcome) {
+    return outcome.Good() && (!options.strict || outcome.warning.empty());
+  });
 }
 
 }  // namespace kavo_app

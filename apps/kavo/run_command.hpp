@@ -13,11 +13,13 @@ struct RunOptions {
   std::string csv;
   std::string geojson;
   std::string svg;
+  bool strict = false;  ///< Whether a warning counts as a step that is not good.
 };
 
-/// Runs a job and writes everything that the options ask for, or nothing.
+/// Runs a job, prints the report and writes the files that the options ask for.
 /// @return  true when every step is good.
-/// @throws UserError  when the job is wrong or something cannot be written.
+/// @throws UserError  when the job is wrong, and then nothing is written; when something cannot be
+///   written, and then no file is, or it says which are.
 bool RunCommand(const RunOptions& options);
 
 }  // namespace kavo_app

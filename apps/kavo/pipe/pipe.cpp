@@ -125,7 +125,7 @@ class Filter {
       Keep(end);
       line = line_;
     }
-    if (answered_ == 0 && line.starts_with(kByteOrderMark)) {
+    if (line.starts_with(kByteOrderMark)) {  // on any line, as files are cut and joined
       line.remove_prefix(kByteOrderMark.size());
     }
     if (tooLong_) {

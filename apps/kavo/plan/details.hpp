@@ -1,14 +1,15 @@
-// Details: the crowded parts of a scene again, larger.
+// The sheets that show a scene: all of it, and its crowded parts again, larger.
 #pragma once
 
 #include <vector>
 
-#include "scene/scene.hpp"
+#include "plan/view.hpp"
 
 namespace kavo_app {
 
-/// Each scene, followed by its crowded parts as scenes of their own; one that is crowded all over,
-/// by the sheets that it is cut into.
-std::vector<Scene> WithDetails(std::vector<Scene> scenes);
+/// A view of each scene, followed by its crowded parts as views of their own; one that is crowded
+/// all over, by the sheets that it is cut into.
+/// @param scenes  they must outlive the views.
+std::vector<View> ViewsOf(const std::vector<Scene>& scenes);
 
 }  // namespace kavo_app

@@ -39,11 +39,11 @@ void WriteHead(const std::string& heading, double width, double height, SvgWrite
   WriteClip("portrait", kPortrait, svg);
 }
 
-void WriteSheets(const std::vector<Scene>& scenes, const std::string& heading,
+void WriteSheets(const std::vector<View>& views, const std::string& heading,
                  const std::vector<std::string>& remarks, SvgWriter& svg) {
   double top = 0.0;
-  for (const auto& scene : scenes) {
-    SheetDrawer drawer(scene);
+  for (const auto& view : views) {
+    SheetDrawer drawer(view);
     svg.Open("sheet", fmt::format("transform=\"translate(0 {})\"", top));
     svg.Box("paper", {0.0, 0.0, drawer.Paper().width, drawer.Paper().height});
     drawer.Draw(heading, remarks, svg);
@@ -55,21 +55,22 @@ void WriteSheets(const std::vector<Scene>& scenes, const std::string& heading,
 }  // namespace
 
 std::string SvgDrawing(const Job& job, const std::vector<Outcome>& outcomes) {
-  auto scenes = WithDetails(ScenesOf(job, outcomes));
+  auto scenes = ScenesOf(job, outcomes);
   if (scenes.empty()) {
     scenes.emplace_back().title = "No step of this job has a place to show";
   }
   double width = 0.0;
   double height = 0.0;
-  for (const auto& scene : scenes) {
-    const auto& sheet = Projection(scene).Paper();
+  const auto views = ViewsOf(scenes);
+  for (const auto& view : views) {
+    const auto& sheet = Projection(view.window).Paper();
     width = std::max(width, sheet.width);
     height += sheet.height;
   }
   const auto heading = job.title.empty() ? job.file : job.title;
   SvgWriter svg;
   WriteHead(heading, width, height, svg);
-  WriteSheets(scenes, heading, RemarksOf(job, outcomes), svg);
+  WriteSheets(views, heading, RemarksOf(job, outcomes), svg);
   svg.Raw("</svg>\n");
   return svg.Take();
 }

@@ -14,7 +14,7 @@ constexpr double kGap = 0.5;       // between symbol and label, millimetres
 constexpr double kLeaderAt = 2.0;  // farther from its symbol a label needs a leader, millimetres
 constexpr double kAwayCost = 1.5;  // what a millimetre away is worth in millimetres of line
 constexpr std::array kRings = {0.0, 1.5, 3.5, 6.0, 9.0, 13.0, 18.0, 24.0, 32.0, 42.0, 55.0};
-constexpr std::size_t kBeside = 2;  // of these are so near that a code is not in the way
+constexpr std::size_t kBeside = 2;  // of these are so near that no leader is needed
 
 // Where a label can lie from its point, the best first: from -1 to 1. The second half is tried
 // where a leader tells what the label belongs to.
@@ -85,17 +85,25 @@ std::optional<PlacedLabel> LabelPlacer::Beside(const Label& label, std::size_t r
     const bool led = kRings[ring] > kLeaderAt || !label.area.empty();
     for (std::size_t side = 0; side < (led ? kSides.size() : kNearSides); ++side) {
       const auto box = BoxBeside(label, size, kRings[ring], kSides[side]);
-      const auto crossed = room_.CostOf(box);
+      const auto crossed = room_.CostOf(box, label.anchor);
       if (crossed && *crossed + kAwayCost * kRings[ring] < bestCost &&
           !(led && !room_.HasWayFor(label.anchor, box.Nearest(label.anchor))) &&
           !Crosses(label.area, box)) {
         bestCost = *crossed + kAwayCost * kRings[ring];
-        best = {box, label.lines, label.code, AlignOf(kSides[side]),
-                led ? std::optional(label.anchor) : std::nullopt};
+        best = {label.anchor, box, label.lines, label.code, AlignOf(kSides[side]), led};
       }
     }
   }
   return best;
+}
+
+std::optional<PlacedLabel> LabelPlacer::Close(Label label) const {
+  auto placed = Beside(label, kBeside);
+  for (std::size_t i = 0; i < label.others.size() && !placed; ++i) {
+    label.anchor = label.others[i];
+    placed = Beside(label, kBeside);
+  }
+  return placed;
 }
 
 // Nearer the middle is better, but for what it would cover there.
@@ -110,10 +118,10 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
       break;
     }
     const auto box = BoxAt(spot, size);
-    const auto crossed = room_.CostOf(box);
+    const auto crossed = room_.CostOf(box, label.anchor);
     if (crossed && *crossed + cost < bestCost && !Crosses(label.area, box)) {
       bestCost = *crossed + cost;
-      best = {box, label.lines, {}, Align::kMiddle, std::nullopt};
+      best = {label.anchor, box, label.lines, {}, Align::kMiddle};
     }
     cost += kNodeCost;
   }
@@ -122,17 +130,20 @@ std::optional<PlacedLabel> LabelPlacer::Inside(const Label& label) const {
 
 void LabelPlacer::Take(const PlacedLabel& label) {
   room_.Block(label.box);
-  if (label.leaderFrom) {
-    room_.AddLeader(*label.leaderFrom, label.box.Nearest(*label.leaderFrom));
+  if (label.isLed) {
+    room_.AddLeader(label.anchor, label.box.Nearest(label.anchor));
   }
 }
 
 std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
+  if (room_.IsFull(label.anchor)) {
+    return std::nullopt;
+  }
   std::optional<PlacedLabel> placed;
   if (!label.area.empty()) {
     placed = Inside(label);
-  } else if (!label.code.empty()) {
-    placed = Beside(label, kBeside);
+  } else if (!label.code.empty() || !label.others.empty()) {
+    placed = Close(label);
     label.code.clear();
   }
   if (!placed) {
@@ -140,25 +151,34 @@ std::optional<PlacedLabel> LabelPlacer::Place(Label label) {
   }
   if (placed) {
     Take(*placed);
+  } else {
+    room_.AddMiss(label.anchor);
   }
   return placed;
 }
 
-// Not over lines, and not where a leader leads to the name.
+// Where the name is shorter than a line below it, within the label; else beyond it, but not over
+// lines.
 void LabelPlacer::AddCode(PlacedLabel& label, const std::string& code) {
-  if (code.empty() || label.leaderFrom || label.align == Align::kMiddle) {
+  if (code.empty() || !label.code.empty()) {
     return;
   }
   const auto& box = label.box;
-  const double width = kCodeGap + TextWidth(code, kCodeSize);
-  const double bottom = box.top + kLabelLeading;
-  const bool atEnd = label.align == Align::kStart;
-  const PaperBox more{atEnd ? box.right : box.left - width, box.top,
-                      atEnd ? box.right + width : box.left, bottom};
-  if (room_.CostOf(more) == 0.0) {
+  const double needed = TextWidth(label.lines.front(), kLabelSize) + kCodeGap +
+                        TextWidth(code, kCodeSize) - (box.right - box.left);
+  if (needed > 0.0) {
+    const bool toLeft = label.align == Align::kEnd;
+    const PaperBox more{toLeft ? box.left - needed : box.right, box.top,
+                        toLeft ? box.left : box.right + needed, box.top + kLabelLeading};
+    if (room_.CostOf(more, label.anchor) != 0.0) {
+      return;
+    }
     room_.Block(more);
-    label.code = code;
   }
+  if (label.align == Align::kMiddle) {
+    label.align = Align::kStart;
+  }
+  label.code = code;
 }
 
 }  // namespace kavo_app

@@ -10,23 +10,24 @@
 namespace kavo_app {
 
 struct Label {
-  PaperSpot anchor;                ///< What it belongs to.
-  double clearance;                ///< Half the size of the symbol there, millimetres.
-  std::vector<std::string> lines;  ///< One below the other.
-  std::string code{};              ///< Behind the first line where there is room; may be empty.
-  std::vector<PaperSpot> area{};   ///< What it labels, when that is an area: its closed boundary.
+  PaperSpot anchor;                 ///< What it belongs to.
+  double clearance;                 ///< Half the size of the symbol there, millimetres.
+  std::vector<std::string> lines;   ///< One below the other.
+  std::string code{};               ///< Behind the first line where there is room; may be empty.
+  std::vector<PaperSpot> area{};    ///< What it labels, when that is an area: its closed boundary.
+  std::vector<PaperSpot> others{};  ///< Where it may stand as well as at its anchor.
 };
 
 /// Which end of its lines is next to what a label belongs to.
 enum class Align { kStart, kMiddle, kEnd };
 
 struct PlacedLabel {
+  PaperSpot anchor;
   PaperBox box;
   std::vector<std::string> lines;
   std::string code;  ///< Empty also when there was no room for it.
   Align align;
-  std::optional<PaperSpot>
-      leaderFrom;  ///< Set when it lies so far off that a line must lead there.
+  bool isLed = false;  ///< Set when it lies so far off that a line must lead there.
 };
 
 inline constexpr double kLabelSize = 2.4;     ///< Of the font, millimetres.
@@ -42,6 +43,8 @@ class LabelPlacer {
 
   /// Keeps all labels off a box.
   void Block(const PaperBox& box) { room_.Block(box); }
+  /// Keeps labels off a symbol, and those of others a little farther.
+  void BlockSymbol(PaperSpot at, double halfSize) { room_.BlockSymbol(at, halfSize); }
   /// Lets labels cross the line only where there is no better room.
   void Avoid(PaperSpot from, PaperSpot to) { room_.Avoid(from, to); }
   /// The place of a label, which blocks it for the next ones; none when there is no room.
@@ -52,6 +55,8 @@ class LabelPlacer {
  private:
   /// The best box within so many rings around the anchor.
   std::optional<PlacedLabel> Beside(const Label& label, std::size_t rings) const;
+  /// Close to its anchor, or to another place where it may stand.
+  std::optional<PlacedLabel> Close(Label label) const;
   std::optional<PlacedLabel> Inside(const Label& label) const;
   void Take(const PlacedLabel& label);
 

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "plan/sheet_style.hpp"
 
@@ -30,16 +30,19 @@ constexpr std::array kLines = {
     Line{Stroke::kBoundary, "area"},
 };
 
-std::vector<Entry> EntriesOf(const Scene& scene) {
+std::vector<Entry> EntriesOf(const Drawn& drawn) {
   std::vector<Entry> entries;
   for (const auto role : kRoles) {
-    if (std::ranges::find(scene.points, role, &ScenePoint::role) != scene.points.end()) {
+    if (drawn.symbols.contains(role)) {
       entries.push_back({RoleText(role), SymbolOf(role), ""});
     }
   }
+  if (drawn.dots) {
+    entries.push_back({"point, named on another sheet", kDot, ""});
+  }
   for (const auto& line : kLines) {
-    if (std::ranges::find(scene.paths, line.stroke, &ScenePath::stroke) != scene.paths.end()) {
-      const bool ticked = line.stroke == Stroke::kReference && !scene.chainages.empty();
+    if (drawn.lines.contains(line.stroke)) {
+      const bool ticked = line.stroke == Stroke::kReference && drawn.ticks;
       entries.push_back({ticked ? "reference, metres along" : line.text, "", ClassOf(line.stroke)});
     }
   }
@@ -75,16 +78,16 @@ void DrawSample(const Enlargement& enlargement, std::string_view className, std:
 
 }  // namespace
 
-void DrawLegend(const Scene& scene, const Sheet& sheet, const Enlargement& enlargement,
+void DrawLegend(const Drawn& drawn, const Sheet& sheet, const Enlargement& enlargement,
                 SvgWriter& svg) {
   std::size_t place = 0;
-  for (const auto& entry : EntriesOf(scene)) {
+  for (const auto& entry : EntriesOf(drawn)) {
     DrawEntry(entry, PlaceOf(sheet, place++), svg);
   }
-  if (enlargement.Visible() && !scene.residuals.empty()) {
+  if (drawn.residuals) {
     DrawSample(enlargement, "residual", "residual", PlaceOf(sheet, place++), svg);
   }
-  if (enlargement.Visible() && !scene.deviations.empty()) {
+  if (drawn.deviations) {
     DrawSample(enlargement, "deviation", "std. deviation", PlaceOf(sheet, place++), svg);
   }
 }

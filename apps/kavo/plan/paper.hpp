@@ -55,9 +55,9 @@ struct Sheet {
 };
 
 inline constexpr Sheet kLandscape{
-    297.0, 210.0, {17.0, 10.0, 287.0, 170.0}, 180.0, 108.0, 207.0, {130.0, 182.5}, 6};
+    297.0, 210.0, {17.0, 10.0, 287.0, 170.0}, 180.0, 108.0, 207.0, {130.0, 180.5}, 7};
 inline constexpr Sheet kPortrait{
-    210.0, 297.0, {17.0, 10.0, 200.0, 241.0}, 251.0, 125.0, 272.0, {17.0, 277.0}, 4};
+    210.0, 297.0, {17.0, 10.0, 200.0, 241.0}, 251.0, 125.0, 272.0, {17.0, 275.5}, 5};
 
 /// True when two straight lines cross.
 bool Cross(PaperSpot from1, PaperSpot to1, PaperSpot from2, PaperSpot to2);

@@ -8,6 +8,13 @@ namespace {
 
 constexpr double kCell = 6.0;    // side of a cell of the grid, millimetres
 constexpr double kSample = 1.0;  // how finely lines are followed, millimetres
+constexpr int kMostMisses = 3;   // of a cell
+
+// Around a symbol, millimetres. A text that ends closer to another point's symbol reads as that
+// point's; above and below it a line has room of its own.
+constexpr double kOwnGap = 0.2;
+constexpr double kSideGap = 1.0;
+constexpr double kLineGap = 0.4;
 
 // Spots along a line, both ends among them.
 std::vector<PaperSpot> SpotsAlong(PaperSpot from, PaperSpot to) {
@@ -61,6 +68,15 @@ void PaperRoom::Block(const PaperBox& box) {
   ForNear(box, [&](Cell& cell) { cell.blocked.push_back(box); });
 }
 
+void PaperRoom::BlockSymbol(PaperSpot at, double halfSize) {
+  Block(Around(at, halfSize + kOwnGap));
+  const double across = halfSize + kSideGap;
+  const double down = halfSize + kLineGap;
+  const Symbol symbol{
+      at, {at.fromLeft - across, at.fromTop - down, at.fromLeft + across, at.fromTop + down}};
+  ForNear(symbol.clear, [&](Cell& cell) { cell.symbols.push_back(symbol); });
+}
+
 void PaperRoom::Avoid(PaperSpot from, PaperSpot to) {
   const auto part = PartIn(frame_, from, to);
   if (!part) {
@@ -77,20 +93,38 @@ void PaperRoom::AddLeader(PaperSpot from, PaperSpot to) {
   leaders_.push_back({from, to});
 }
 
-std::optional<double> PaperRoom::CostOf(const PaperBox& box) const {
+bool PaperRoom::IsTaken(const PaperBox& box, PaperSpot anchor) const {
   const auto overlaps = [&box](const PaperBox& other) { return other.Overlaps(box); };
-  const bool taken = !frame_.Holds(box) || AnyNear(box, [&](std::size_t place) {
-    return std::ranges::any_of(cells_[place].blocked, overlaps);
+  const auto isAnothers = [&](const Symbol& symbol) {
+    const bool own = symbol.at.fromLeft == anchor.fromLeft && symbol.at.fromTop == anchor.fromTop;
+    return !own && symbol.clear.Overlaps(box);
+  };
+  return AnyNear(box, [&](std::size_t place) {
+    return std::ranges::any_of(cells_[place].blocked, overlaps) ||
+           std::ranges::any_of(cells_[place].symbols, isAnothers);
   });
-  if (taken) {
+}
+
+std::optional<double> PaperRoom::CostOf(const PaperBox& box, PaperSpot anchor) const {
+  if (!frame_.Holds(box) || IsTaken(box, anchor)) {
     return std::nullopt;
   }
+  const auto overlaps = [&box](const PaperBox& other) { return other.Overlaps(box); };
   std::ptrdiff_t crossed = 0;
   AnyNear(box, [&](std::size_t place) {
     crossed += std::ranges::count_if(cells_[place].avoided, overlaps);
     return false;
   });
   return kSample * static_cast<double>(crossed);
+}
+
+void PaperRoom::AddMiss(PaperSpot spot) {
+  ForNear(Around(spot, 0.0), [](Cell& cell) { ++cell.misses; });
+}
+
+bool PaperRoom::IsFull(PaperSpot spot) const {
+  return AnyNear(Around(spot, 0.0),
+                 [&](std::size_t place) { return cells_[place].misses >= kMostMisses; });
 }
 
 bool PaperRoom::HasWayFor(PaperSpot from, PaperSpot to) const {

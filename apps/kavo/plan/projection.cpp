@@ -30,17 +30,16 @@ double DenominatorOn(const Sheet& sheet, const Extent& extent) {
 
 }  // namespace
 
-Projection::Projection(const Scene& scene)
+Projection::Projection(const Extent& window)
     : sheet_(&kLandscape), denominator_(kLeastDenominator), centre_{0.0, 0.0} {
-  const auto extent = ExtentOf(scene);
-  if (!extent.Empty()) {
-    denominator_ = DenominatorOn(kLandscape, extent);
-    const double standing = DenominatorOn(kPortrait, extent);
+  if (!window.Empty()) {
+    denominator_ = DenominatorOn(kLandscape, window);
+    const double standing = DenominatorOn(kPortrait, window);
     if (standing < denominator_) {
       sheet_ = &kPortrait;
       denominator_ = standing;
     }
-    centre_ = {(extent.left + extent.right) / 2.0, (extent.bottom + extent.top) / 2.0};
+    centre_ = {(window.left + window.right) / 2.0, (window.bottom + window.top) / 2.0};
   }
   perMetre_ = kPerMetre / denominator_;
   const auto& frame = sheet_->frame;
@@ -53,8 +52,8 @@ Extent Projection::Shown() const {
   return {centre_.right - right, centre_.right + right, centre_.up - up, centre_.up + up};
 }
 
-bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot) {
-  return projection.Shows(spot) && std::ranges::none_of(scene.insets, [spot](const Inset& inset) {
+bool IsLabelledOn(const View& view, const Projection& projection, Spot spot) {
+  return projection.Shows(spot) && std::ranges::none_of(view.insets, [spot](const Inset& inset) {
            return inset.extent.Holds(spot);
          });
 }

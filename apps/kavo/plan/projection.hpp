@@ -2,15 +2,16 @@
 #pragma once
 
 #include "plan/paper.hpp"
-#include "scene/scene.hpp"
+#include "plan/view.hpp"
 
 namespace kavo_app {
 
 class Projection {
  public:
-  /// Chooses the sheet, landscape or portrait, on which the scene is larger, and the largest round
+  /// Chooses the sheet, landscape or portrait, on which the window is larger, and the largest round
   /// scale at which it fits the frame there.
-  explicit Projection(const Scene& scene);
+  /// @param window  what is to be shown; may be empty.
+  explicit Projection(const Extent& window);
 
   PaperSpot On(Spot spot) const {
     return {middle_.fromLeft + (spot.right - centre_.right) * perMetre_,
@@ -36,7 +37,7 @@ class Projection {
 };
 
 /// True when a place is shown, and nothing there is left to an inset's own sheet.
-bool IsLabelledOn(const Scene& scene, const Projection& projection, Spot spot);
+bool IsLabelledOn(const View& view, const Projection& projection, Spot spot);
 
 /// The size of the largest scene that fits a landscape sheet at a scale 1 : n, metres.
 Spot LargestAt(double denominator);

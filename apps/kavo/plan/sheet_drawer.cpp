@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plan/legend.hpp"
 #include "plan/sheet_frame.hpp"
 #include "plan/sheet_style.hpp"
 
@@ -14,7 +13,6 @@ namespace {
 
 constexpr double kTickSpacing = 20.0;  // of a chainage, at least, millimetres
 constexpr double kMostTicks = 1e4;     // of one line
-constexpr double kSymbolGap = 0.2;     // between a symbol and other labels, millimetres
 constexpr double kTick = 1.2;          // half a tick, millimetres
 constexpr double kInsetBorder = 1.5;   // around an inset's points, millimetres
 
@@ -38,6 +36,7 @@ void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> rema
                                                    : "clip-path=\"url(#portrait)\"");
   DrawPaths(svg);
   DrawChainages(svg);
+  BlockSymbols();
   DrawInsets(svg);
   svg.Close();
   DrawPoints(svg);
@@ -49,9 +48,13 @@ void SheetDrawer::Draw(const std::string& heading, std::vector<std::string> rema
     remarks.push_back(
         fmt::format("{} {} left out for lack of room", missing, missing == 1 ? "label" : "labels"));
   }
+  if (view_.undetailed > 0) {
+    remarks.push_back(fmt::format("{} more crowded {} without a detail, to keep the sheets few",
+                                  view_.undetailed, view_.undetailed == 1 ? "place" : "places"));
+  }
   svg.Open("block");
-  DrawTitle(scene_, Paper(), heading, remarks, svg);
-  DrawLegend(scene_, Paper(), enlargement_, svg);
+  DrawTitle(view_, Paper(), heading, remarks, svg);
+  DrawLegend(drawn_, Paper(), enlargement_, svg);
   DrawScaleAndNorth(scene_, projection_, svg);
   svg.Close();
 }
@@ -81,6 +84,9 @@ void SheetDrawer::DrawPath(const ScenePath& path, SvgWriter& svg) {
     for (const auto& piece : PiecesIn(Beyond(Paper().frame), vertices)) {
       svg.Polyline(ClassOf(path.stroke), piece);
     }
+  }
+  if (Crosses(vertices, Paper().frame)) {
+    drawn_.lines.insert(path.stroke);
   }
   for (std::size_t i = 1; i < vertices.size() && path.stroke != Stroke::kSight; ++i) {
     labels_.Avoid(vertices[i - 1], vertices[i]);
@@ -115,12 +121,13 @@ void SheetDrawer::DrawTick(const Chainage& chainage, double along, SvgWriter& sv
   const PaperSpot across{way.up / length * kTick, way.right / length * kTick};
   svg.Line("reference", {at.fromLeft - across.fromLeft, at.fromTop - across.fromTop},
            {at.fromLeft + across.fromLeft, at.fromTop + across.fromTop});
+  drawn_.ticks = true;
   labels_.AddTick(at, kTick, fmt::format("{}", along));
 }
 
 // What another sheet shows larger, with that sheet's name.
 void SheetDrawer::DrawInsets(SvgWriter& svg) {
-  for (const auto& inset : scene_.insets) {
+  for (const auto& inset : view_.insets) {
     const auto from = projection_.On({inset.extent.left, inset.extent.top});
     const auto to = projection_.On({inset.extent.right, inset.extent.bottom});
     const double border = inset.isTile ? 0.0 : kInsetBorder;
@@ -128,6 +135,20 @@ void SheetDrawer::DrawInsets(SvgWriter& svg) {
                        to.fromTop + border};
     svg.Box("inset", box);
     labels_.PlaceInsetName(box, inset.name, inset.isTile);
+  }
+}
+
+// Where another sheet shows the points larger, there is only room for dots.
+bool SheetDrawer::IsDot(const ScenePoint& point) const {
+  return point.role < Role::kControl && !labels_.IsLabelledHere(point.at);
+}
+
+// No text lies on a symbol, that of an inset as little as others.
+void SheetDrawer::BlockSymbols() {
+  for (const auto& point : scene_.points) {
+    if (projection_.Shows(point.at) && !IsDot(point)) {
+      labels_.BlockSymbol(projection_.On(point.at), HalfSize(point.role));
+    }
   }
 }
 
@@ -147,17 +168,17 @@ void SheetDrawer::DrawPoints(SvgWriter& svg) {
   svg.Close();
 }
 
-// Where another sheet shows the points larger, there is only room for dots, and none on the name of
-// that sheet.
+// A dot is left out under the name of the sheet that shows the point larger.
 void SheetDrawer::DrawPoint(const ScenePoint& point, SvgWriter& svg) {
   const auto at = projection_.On(point.at);
-  const bool dot = point.role < Role::kControl && !labels_.IsLabelledHere(point.at);
-  const auto box = Around(at, (dot ? kDotHalfSize : HalfSize(point.role)) + kSymbolGap);
-  if (dot && labels_.IsUnderName(box)) {
-    return;
+  if (!IsDot(point)) {
+    svg.Symbol(SymbolOf(point.role), at, point.name);
+    drawn_.symbols.insert(point.role);
+  } else if (!labels_.IsUnderName(Around(at, kDotHalfSize))) {
+    svg.Symbol(kDot, at, point.name);
+    drawn_.dots = true;
+    labels_.BlockSymbol(at, kDotHalfSize);
   }
-  svg.Symbol(dot ? kDot : SymbolOf(point.role), at, point.name);
-  labels_.Block(box);
 }
 
 void SheetDrawer::DrawResiduals(SvgWriter& svg) {
@@ -166,6 +187,7 @@ void SheetDrawer::DrawResiduals(SvgWriter& svg) {
     if (Paper().frame.Holds(at)) {
       const auto end = enlargement_.End(at, residual.size);
       svg.Line("residual", at, end);
+      drawn_.residuals = true;
       labels_.Avoid(at, end);
     }
   }
@@ -178,6 +200,7 @@ void SheetDrawer::DrawDeviations(SvgWriter& svg) {
       if (Paper().frame.Holds(at)) {
         svg.Line("deviation", enlargement_.End(at, {-half.right, -half.up}),
                  enlargement_.End(at, half));
+        drawn_.deviations = true;
       }
     }
   }

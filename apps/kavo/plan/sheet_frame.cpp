@@ -1,7 +1,10 @@
 #include "plan/sheet_frame.hpp"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 namespace kavo_app {
 namespace {
@@ -106,7 +109,7 @@ void DrawGrid(const Scene& scene, const Projection& projection, SvgWriter& svg) 
   svg.Close();
 }
 
-void DrawTitle(const Scene& scene, const Sheet& sheet, const std::string& heading,
+void DrawTitle(const View& view, const Sheet& sheet, const std::string& heading,
                const std::vector<std::string>& remarks, SvgWriter& svg) {
   double base = sheet.blockTop + 4.0;
   const auto put = [&](std::string_view className, double size, std::size_t most,
@@ -119,7 +122,7 @@ void DrawTitle(const Scene& scene, const Sheet& sheet, const std::string& headin
     }
   };
   put("title", 3.8, 2, heading);
-  put("subtitle", 3.0, 2, scene.title);
+  put("subtitle", 3.0, 2, view.title);
   for (const auto& remark : remarks) {
     put("small", 2.2, 3, remark);
   }

@@ -15,8 +15,8 @@ constexpr PaperBox NorthArrowOn(const Sheet& sheet) {
 /// Frame, crosses at round coordinates and their values at the edges.
 void DrawGrid(const Scene& scene, const Projection& projection, SvgWriter& svg);
 
-/// Below the frame the heading, which is the job's title, the scene's title and remarks.
-void DrawTitle(const Scene& scene, const Sheet& sheet, const std::string& heading,
+/// Below the frame the heading, which is the job's title, the view's title and remarks.
+void DrawTitle(const View& view, const Sheet& sheet, const std::string& heading,
                const std::vector<std::string>& remarks, SvgWriter& svg);
 
 /// The scale in figures and as a bar, and the north arrow of a plan.

@@ -1,6 +1,7 @@
 #include "plan/sheet_labels.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "plan/sheet_style.hpp"
@@ -27,8 +28,8 @@ Start StartOf(const PlacedLabel& label) {
 }
 
 void DrawLabel(std::string_view className, const PlacedLabel& label, SvgWriter& svg) {
-  if (label.leaderFrom) {
-    svg.Line("leader", *label.leaderFrom, label.box.Nearest(*label.leaderFrom));
+  if (label.isLed) {
+    svg.Line("leader", label.anchor, label.box.Nearest(label.anchor));
   }
   constexpr double kBase = 0.8 * kLabelLeading;
   const auto start = StartOf(label);
@@ -82,6 +83,11 @@ Label SheetLabels::LabelOf(const Caption& caption) const {
   Label label{projection_.On(caption.at), 0.0, {caption.text}};
   std::ranges::transform(caption.ring, std::back_inserter(label.area),
                          [this](Spot spot) { return projection_.On(spot); });
+  for (const auto& other : caption.others) {
+    if (IsLabelledHere(other)) {
+      label.others.push_back(projection_.On(other));
+    }
+  }
   return label;
 }
 
@@ -99,7 +105,7 @@ bool SheetLabels::PlaceName(const ScenePoint& point, bool withCode) {
 std::size_t SheetLabels::TryNames(bool withCodes) {
   std::size_t missing = 0;
   for (const auto role : kRoles) {
-    for (const auto& point : scene_.points) {
+    for (const auto& point : view_.scene->points) {
       if (point.role == role && point.HasLabel() && IsLabelledHere(point.at)) {
         missing += PlaceName(point, withCodes) ? 0U : 1U;
       }
@@ -127,7 +133,7 @@ std::size_t SheetLabels::PlaceNames() {
 
 std::size_t SheetLabels::DrawCaptions(SvgWriter& svg) {
   std::size_t missing = 0;
-  for (const auto& caption : scene_.captions) {
+  for (const auto& caption : view_.scene->captions) {
     if (!IsLabelledHere(caption.at)) {
       continue;
     }
@@ -142,7 +148,7 @@ std::size_t SheetLabels::DrawCaptions(SvgWriter& svg) {
 
 std::size_t SheetLabels::Draw(SvgWriter& svg) {
   svg.Open("labels");
-  std::size_t missing = scene_.insets.size() - insetNames_.size() + PlaceNames();
+  std::size_t missing = view_.insets.size() - insetNames_.size() + PlaceNames();
   for (const auto& name : insetNames_) {
     DrawLabel("caption", name, svg);
   }

@@ -10,16 +10,17 @@ namespace kavo_app {
 /// Collects what must be labelled and what labels must keep off, and then draws the labels.
 class SheetLabels {
  public:
-  /// @param scene, projection  what is drawn, and how; both must outlive this.
-  SheetLabels(const Scene& scene, const Projection& projection)
-      : scene_(scene), projection_(projection), placer_(projection.Paper().frame) {}
+  /// @param view, projection  what is drawn, and how; both must outlive this.
+  SheetLabels(const View& view, const Projection& projection)
+      : view_(view), projection_(projection), placer_(projection.Paper().frame) {}
 
   /// What is drawn, for labels to keep off or, for lines, to cross only where they must.
   void Block(const PaperBox& box) { placer_.Block(box); }
+  void BlockSymbol(PaperSpot at, double halfSize) { placer_.BlockSymbol(at, halfSize); }
   void Avoid(PaperSpot from, PaperSpot to) { placer_.Avoid(from, to); }
 
   /// True when what lies there is named on this sheet, and not on that of an inset.
-  bool IsLabelledHere(Spot spot) const { return IsLabelledOn(scene_, projection_, spot); }
+  bool IsLabelledHere(Spot spot) const { return IsLabelledOn(view_, projection_, spot); }
 
   /// The value of a chainage at its tick, where there is room when all else is labelled.
   void AddTick(PaperSpot at, double halfSize, std::string text);
@@ -45,7 +46,7 @@ class SheetLabels {
   std::size_t TryNames(bool withCodes);
   std::size_t DrawCaptions(SvgWriter& svg);
 
-  const Scene& scene_;
+  const View& view_;
   const Projection& projection_;
   LabelPlacer placer_;
   std::vector<PlacedLabel> insetNames_;

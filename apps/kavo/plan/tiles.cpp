@@ -6,25 +6,33 @@
 namespace kavo_app {
 namespace {
 
-constexpr double kRoom = 60.0;       // that a point with its name needs, square millimetres
-constexpr double kPerDetail = 2.0;   // points' room for a line under the name
-constexpr double kMostTiles = 48.0;  // of one scene
-constexpr std::size_t kLeastPoints = 100;
+constexpr double kRoom = 60.0;      // that a point with its name needs, square millimetres
+constexpr double kPerDetail = 2.0;  // points' room for a line under the name
+constexpr std::size_t kLeastLabels = 100;
 
-// The points that must be labelled.
+// What must be labelled.
 struct Load {
   Extent extent;
-  std::size_t points = 0;
+  std::size_t labels = 0;
   double room = 0.0;  // that they need, square millimetres
+
+  void Add(Spot at, double needed) {
+    extent.Include(at);
+    room += needed;
+    ++labels;
+  }
 };
 
-Load LoadOf(const Scene& scene, const Projection& projection) {
+Load LoadOf(const View& view, const Projection& projection) {
   Load load;
-  for (const auto& point : scene.points) {
-    if (point.HasLabel() && IsLabelledOn(scene, projection, point.at)) {
-      load.extent.Include(point.at);
-      load.room += kRoom * (1.0 + kPerDetail * static_cast<double>(point.details.size()));
-      ++load.points;
+  for (const auto& point : view.scene->points) {
+    if (point.HasLabel() && IsLabelledOn(view, projection, point.at)) {
+      load.Add(point.at, kRoom * (1.0 + kPerDetail * static_cast<double>(point.details.size())));
+    }
+  }
+  for (const auto& caption : view.scene->captions) {
+    if (IsLabelledOn(view, projection, caption.at)) {
+      load.Add(caption.at, kRoom);
     }
   }
   return load;
@@ -50,10 +58,10 @@ Grid GridOver(const Extent& extent, double denominator) {
 }
 
 // The largest round scale that is needed, or at which the tiles are not too many.
-Grid GridFor(const Extent& extent, double denominator, double enlargement) {
+Grid GridFor(const Extent& extent, double denominator, double enlargement, std::size_t most) {
   double next = RoundDown(denominator / enlargement);
   auto grid = GridOver(extent, next);
-  while (grid.columns * grid.rows > kMostTiles) {
+  while (grid.columns * grid.rows > static_cast<double>(most)) {
     constexpr double kSmaller = 1.1;
     next = RoundUp(next * kSmaller);
     grid = GridOver(extent, next);
@@ -71,18 +79,21 @@ Extent TileAt(const Extent& extent, const Grid& grid, double row, double column)
 
 }  // namespace
 
-std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection) {
-  const auto load = LoadOf(scene, projection);
+std::vector<Extent> TilesOf(const View& view, const Projection& projection, std::size_t most) {
+  const auto load = LoadOf(view, projection);
   const double room = RoomAt(load.extent, projection);
-  if (load.points < kLeastPoints || room > load.room) {
+  if (most < 2 || load.labels < kLeastLabels || room > load.room) {
     return {};
   }
-  const auto grid = GridFor(load.extent, projection.Denominator(), std::sqrt(load.room / room));
+  const auto grid =
+      GridFor(load.extent, projection.Denominator(), std::sqrt(load.room / room), most);
   std::vector<Extent> tiles;
   for (double i = 0.0; i < grid.rows * grid.columns; ++i) {
     const double row = std::floor(i / grid.columns);
     const auto tile = TileAt(load.extent, grid, row, i - row * grid.columns);
-    if (std::ranges::any_of(scene.points, [&](const auto& p) { return tile.Holds(p.at); })) {
+    const auto isHeld = [&tile](const auto& labelled) { return tile.Holds(labelled.at); };
+    if (std::ranges::any_of(view.scene->points, isHeld) ||
+        std::ranges::any_of(view.scene->captions, isHeld)) {
       tiles.push_back(tile);
     }
   }

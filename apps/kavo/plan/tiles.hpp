@@ -8,7 +8,8 @@
 namespace kavo_app {
 
 /// The parts of which each gets a sheet, row by row from the top left; none when there is room for
-/// the labels on one sheet. Parts without points are left out.
-std::vector<Extent> TilesOf(const Scene& scene, const Projection& projection);
+/// the labels on one sheet. Parts with nothing to label are left out.
+/// @param most  that may be.
+std::vector<Extent> TilesOf(const View& view, const Projection& projection, std::size_t most);
 
 }  // namespace kavo_app

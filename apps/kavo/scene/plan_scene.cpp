@@ -58,6 +58,7 @@ std::vector<Scene> PlanScenes(const Job& job, const std::vector<Outcome>& outcom
   std::ranges::sort(places, {}, &Place::firstStep);
   std::vector<Scene> scenes;
   for (auto& place : places) {
+    DropRepeated(place.scene.chainages);
     place.scene.title = places.size() == 1
                             ? "Plan"
                             : fmt::format("Plan {} of {}", scenes.size() + 1, places.size());

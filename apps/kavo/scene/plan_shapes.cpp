@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
 #include "base/geometry.hpp"
@@ -135,19 +136,20 @@ constexpr std::array kShapes = {
     Shape{"corner-by-walls", AddCorner},
 };
 
-// What a point measured against a line or arc is told by, at the point itself.
+// What a point measured against a line or arc is told by, or one staked from a line, at the point
+// itself. The staked one has the step's name, and says itself when it is out of tolerance.
 void AddPosition(const StepView& step, Scene& scene) {
-  const auto* along = step.Out("along");
-  const auto* offset = step.Out("offset");
-  const auto* measured = std::get_if<CoordPt>(step.In("point"));
-  if (measured == nullptr || along == nullptr || offset == nullptr || !Available(*along) ||
-      !Available(*offset)) {
+  const auto* along = step.Find<double>("along");
+  const auto* offset = step.Find<double>("offset");
+  const auto* told = step.Find<CoordPt>("point");
+  if (told == nullptr || along == nullptr || offset == nullptr) {
     return;
   }
-  const auto text = fmt::format("{}: along {}, offset {}{}", step.GetStep().name,
-                                MetresText(std::get<double>(*along)),
-                                MetresText(std::get<double>(*offset)), step.Flaw());
-  const auto at = InPlan(*measured);
+  auto text = fmt::format("along {}, offset {}", MetresText(*along), MetresText(*offset));
+  if (step.In("point") != nullptr) {
+    text = fmt::format("{}: {}{}", step.GetStep().name, text, step.Flaw());
+  }
+  const auto at = InPlan(*told);
   for (auto& point : scene.points) {
     if (point.role != Role::kFoot && point.at.right == at.right && point.at.up == at.up) {
       point.details.push_back(text);

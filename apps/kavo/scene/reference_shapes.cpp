@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/geometry.hpp"
 #include "scene/plan_shapes.hpp"
@@ -19,10 +20,20 @@ void AddChainage(std::vector<Spot> vertices, double length, Scene& scene) {
   }
 }
 
+// A name that stands along a line, in its middle or where there is room.
+template <class At>
+void AddName(std::string name, At at, Scene& scene) {
+  scene.captions.push_back({at(0.5), std::move(name), {}, {at(0.4), at(0.6), at(0.3), at(0.7)}});
+}
+
 void AddBaseline(const std::string& name, const CoordPt& from, const CoordPt& to, Scene& scene) {
   AddChainage({InPlan(from), InPlan(to)}, std::hypot(to.north - from.north, to.east - from.east),
               scene);
-  scene.captions.push_back({{(from.east + to.east) / 2.0, (from.north + to.north) / 2.0}, name});
+  const auto at = [&](double part) {
+    return Spot{from.east + part * (to.east - from.east),
+                from.north + part * (to.north - from.north)};
+  };
+  AddName(name, at, scene);
 }
 
 // The arc that a step has set: its outputs say all of it, whichever inputs defined it.
@@ -68,9 +79,9 @@ void AddArc(const StepView& step, Scene& scene) {
   for (int i = 0; i <= kVertices; ++i) {
     vertices.push_back(arc.At(arc.length * i / kVertices));
   }
-  scene.captions.push_back(
-      {arc.At(arc.length / 2.0),
-       fmt::format("{}, R {} m", step.GetStep().name, MetresText(std::fabs(arc.radius)))});
+  AddName(
+      fmt::format("{}, R {} m", step.GetStep().name, MetresText(std::fabs(arc.radius))),
+      [&arc](double part) { return arc.At(part * arc.length); }, scene);
   AddChainage(std::move(vertices), arc.length, scene);
 }
 

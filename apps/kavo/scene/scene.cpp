@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
+#include <numbers>
 
 namespace kavo_app {
 namespace {
@@ -22,15 +24,26 @@ bool IsSame(const ScenePoint& known, const ScenePoint& next) {
          (known.name == next.name || next.name.empty());
 }
 
-// One line set twice, but for what its directions are rounded to, has its ticks once.
+constexpr double kRounding = 1e-4;  // of a line's place, in its length
+
 bool Same(const Chainage& one, const Chainage& other) {
   const auto near = [&one](Spot a, Spot b) {
-    constexpr double kRounding = 1e-4;
     return std::hypot(a.right - b.right, a.up - b.up) <= kRounding * one.length;
   };
   return near(one.vertices.front(), other.vertices.front()) &&
          near(one.vertices[one.vertices.size() / 2], other.vertices[other.vertices.size() / 2]) &&
          near(one.vertices.back(), other.vertices.back());
+}
+
+// A number that is nearly the same for the same line, and for others only by chance: the weights
+// have no common measure.
+double MarkOf(const Chainage& chainage) {
+  constexpr double kInverseSqrt3 = 0.5773502691896258;
+  constexpr double kInverseSqrt7 = 0.3779644730092272;
+  const auto& from = chainage.vertices.front();
+  const auto& to = chainage.vertices.back();
+  return from.right + from.up / std::numbers::sqrt2 + to.right * kInverseSqrt3 +
+         to.up * kInverseSqrt7;
 }
 
 template <class T>
@@ -92,21 +105,29 @@ void Append(Scene& scene, Scene other) {
     AddPoint(scene, std::move(point));
   }
   Move(other.paths, scene.paths);
-  for (auto& chainage : other.chainages) {
-    if (std::ranges::none_of(scene.chainages,
-                             [&](const Chainage& known) { return Same(known, chainage); })) {
-      scene.chainages.push_back(std::move(chainage));
-    }
-  }
+  Move(other.chainages, scene.chainages);
   Move(other.captions, scene.captions);
   Move(other.residuals, scene.residuals);
   Move(other.deviations, scene.deviations);
 }
 
-Extent ExtentOf(const Scene& scene) {
-  if (!scene.window.Empty()) {
-    return scene.window;
+void DropRepeated(std::vector<Chainage>& chainages) {
+  constexpr double kNear = 4.0 * kRounding;  // above what the weights make of a rounding
+  std::vector<Chainage> kept;
+  std::multimap<double, std::size_t> byMark;
+  for (auto& chainage : chainages) {
+    const double mark = MarkOf(chainage);
+    const double near = kNear * chainage.length;
+    if (std::none_of(byMark.lower_bound(mark - near), byMark.upper_bound(mark + near),
+                     [&](const auto& known) { return Same(kept[known.second], chainage); })) {
+      byMark.emplace(mark, kept.size());
+      kept.push_back(std::move(chainage));
+    }
   }
+  chainages = std::move(kept);
+}
+
+Extent ExtentOf(const Scene& scene) {
   Extent extent;
   for (const auto& point : scene.points) {
     extent.Include(point.at);

@@ -65,7 +65,8 @@ struct Chainage {
 struct Caption {
   Spot at;
   std::string text;
-  std::vector<Spot> ring{};  ///< The area's boundary, closed; empty for a line.
+  std::vector<Spot> ring{};    ///< The area's boundary, closed; empty for a line.
+  std::vector<Spot> others{};  ///< Where it may stand as well, the best first.
 };
 
 /// A small vector that is drawn enlarged, metres: a residual, or the standard deviations of a
@@ -81,13 +82,6 @@ struct Axis {
   double sign = 1.0;  ///< -1 where it grows to the left or downwards.
 };
 
-/// A part that another sheet shows larger.
-struct Inset {
-  Extent extent;
-  std::string name;
-  bool isTile = false;  ///< One of the sheets that all of the scene is cut into.
-};
-
 struct Scene {
   std::string title;
   Axis rightAxis{"east"};
@@ -100,8 +94,6 @@ struct Scene {
   std::vector<Caption> captions;
   std::vector<Enlarged> residuals;
   std::vector<Enlarged> deviations;
-  Extent window;              ///< The part to be shown; all of it when empty.
-  std::vector<Inset> insets;  ///< Here names are left to their own sheets.
 };
 
 /// Adds a point, or its role and details to the same point when it is there already.
@@ -113,7 +105,10 @@ void AddPath(Scene& scene, Stroke stroke, std::vector<Spot> vertices);
 /// Adds all that another scene shows.
 void Append(Scene& scene, Scene other);
 
-/// The rectangle of all points and lines, or the scene's window.
+/// Leaves of chainages that lie on each other, but for what directions are rounded to, the first.
+void DropRepeated(std::vector<Chainage>& chainages);
+
+/// The rectangle of all points and lines.
 Extent ExtentOf(const Scene& scene);
 
 /// Metres in three decimals and a difference with its sign, for labels.

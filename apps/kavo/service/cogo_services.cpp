@@ -5,6 +5,7 @@
 #include "base/geometry.hpp"
 #include "service/doubts.hpp"
 #include "service/faces.hpp"
+#include "service/line_truth.hpp"
 #include "service/outline.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
@@ -222,7 +223,7 @@ constexpr std::array kServices = {
     Service{"grade", "KavoCogoCalcSlopeByDist", "grade and ratio of a slope", kGradeIn, kGradeOut,
             kGradeStatus, Grade},
     Service{"foot", "KavoCogoCalcPtLine", "foot of the perpendicular from a point to a line",
-            kFootIn, kFootOut, kLineStatus, Foot, kLosesDigits},
+            kFootIn, kFootOut, kLineStatus, Foot, kKeepsDigits, kNoRules, kNoDoubt, FootTruth},
     Service{"offset-point", "KavoCogoOffsetToCoord", "point at a chainage and offset of a line",
             kOffsetPointIn, kPointOut, kLineStatus, OffsetPoint},
     Service{"transform-line", "KavoCogoCalcTransLine", "line turned and shifted", kTransformLineIn,

@@ -1,6 +1,7 @@
 // The services that intersect lines and circles.
 #include <array>
 
+#include "service/line_truth.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 
@@ -87,7 +88,8 @@ constexpr std::array kServices = {
             kPointOut, kCrossLinesStatus, CrossLines, kLosesDigits},
     Service{"intersect-line-circle", "KavoCogoCalcCrossLineCircle",
             "points where a line meets a circle", kCrossLineCircleIn, kCrossLineCircleOut,
-            kCrossLineCircleStatus, CrossLineCircle, kLosesDigits},
+            kCrossLineCircleStatus, CrossLineCircle, kKeepsDigits, kNoRules, kNoDoubt,
+            LineCircleTruth},
     Service{"intersect-circles", "KavoCogoCalcCrossCircle", "points where two circles meet",
             kCrossCirclesIn, kCrossCirclesOut, kCrossCirclesStatus, CrossCircles},
 };

@@ -60,7 +60,9 @@ Answer LinePoint(const Inputs& in) {
 
 // --- reference arc
 
-constexpr Field kStart{"start", Kind::kPoint, "start of the arc; its elevation is the arc's"};
+constexpr Field kStart{
+    "start", Kind::kPoint,
+    "start of the arc; its elevation is the arc's, which is graded to that of an end"};
 constexpr Field kStartDir{"startDir", Kind::kAzimuth, "azimuth of the tangent at the start"};
 constexpr Field kEndDir{"endDir", Kind::kAzimuth, "azimuth of the tangent at the end"};
 constexpr Field kRadius{"radius", Kind::kLength,
@@ -168,7 +170,7 @@ constexpr std::array kArcPointStatus = {
 
 // The library's formula leaves the geometry in some places (its header names them), which a
 // surveyor must hear of.
-std::string NoteOnArc(const Inputs& arc, const CoordPt& point, const RefLineResult& out) {
+std::string ArcWarning(const Inputs& arc, const CoordPt& point, const RefLineResult& out) {
   RefArcParams params{};
   KavoREFGetArcParams(&params);
   const auto truth = TrueArcPosition(
@@ -188,10 +190,12 @@ Answer ArcPoint(const Inputs& in) {
   SetArc(arc);
   RefLineResult out{};
   const auto status = KavoREFCalcArc(&point, &out);
-  const bool withElev = HasElev(point) && HasElev(arc.Point("start"));
-  return {status,
-          {out.along, out.offset, withElev ? Value{out.dElev} : Value{}},
-          NoteOnArc(arc, point, out)};
+  // An arc by both ends is graded between them.
+  const bool withElev = HasElev(point) && HasElev(arc.Point("start")) &&
+                        (!arc.Has("end") || HasElev(arc.Point("end")));
+  Answer answer{status, {out.along, out.offset, withElev ? Value{out.dElev} : Value{}}};
+  answer.warning = ArcWarning(arc, point, out);
+  return answer;
 }
 
 constexpr std::array kServices = {

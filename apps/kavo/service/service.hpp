@@ -132,6 +132,9 @@ struct Service {
   /// Why what the inputs describe, or what was found from them, may not be what is meant; empty
   /// when nothing says so. Asked only where there is a result. May be null.
   std::string (*doubt)(const Inputs& in, const Outputs& out) = nullptr;
+  /// The answer by geometry, for a formula that loses digits in other places too: what it gives is
+  /// checked against this. Nothing where the given answer is as good. May be null.
+  std::optional<Answer> (*truth)(const Inputs& in, const Answer& given) = nullptr;
 };
 
 /// All services, in the order in which they are listed.

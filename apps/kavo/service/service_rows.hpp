@@ -33,6 +33,7 @@ inline constexpr bool kLosesDigits = true;
 inline constexpr bool kKeepsDigits = false;
 
 inline constexpr std::span<const Rule> kNoRules;
+inline constexpr std::string (*kNoDoubt)(const Inputs& in, const Outputs& out) = nullptr;
 
 inline constexpr std::array kPointOut = {
     Field{"point", Kind::kPoint, "the computed point"},

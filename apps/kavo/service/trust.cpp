@@ -131,16 +131,16 @@ std::string TextOf(double number) {
   return std::isfinite(number) ? NumberText(number) : "no number";
 }
 
-// What the scene gives when it is moved, where that is something else; empty when it is not.
-std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& moved) {
+// What a better answer has, where that is something else; empty when it is not.
+std::string Disagreement(const Service& service, const Answer& asGiven, const Answer& better) {
   std::string told;
   const auto tell = [&told](const std::string& text) { told += (told.empty() ? "" : ", ") + text; };
-  if (const auto* row = FindStatus(service, moved.status);
-      row != nullptr && moved.status != asGiven.status) {
+  if (const auto* row = FindStatus(service, better.status);
+      row != nullptr && better.status != asGiven.status) {
     tell(std::string(row->sentence));
   }
   const auto given = NumbersOf(service, asGiven);
-  for (const auto& [name, value] : NumbersOf(service, moved)) {
+  for (const auto& [name, value] : NumbersOf(service, better)) {
     const auto same = std::ranges::find(given, name, &Number::name);
     if (same == given.end()) {
       tell(fmt::format("{} {}", name, TextOf(value)));
@@ -151,33 +151,53 @@ std::string Disagreement(const Service& service, const Answer& asGiven, const An
   return told;
 }
 
+// What the answer should be by geometry, where that is something else; or empty.
+std::string OffTheTruth(const Service& service, const Inputs& in, const Answer& answer) {
+  const auto truth = service.truth(in, answer);
+  const auto told = truth ? Disagreement(service, answer, *truth) : std::string();
+  return told.empty() ? told
+                      : fmt::format(
+                            "the instrument's formula loses digits on this line; by "
+                            "geometry the result is: {}",
+                            told);
+}
+
+// What the answer is near the origin of the coordinates, where that is something else; or empty.
+std::string OffTheOrigin(const Service& service, const Inputs& in, const Answer& answer) {
+  const Shift shift = ToOrigin(in.Values());
+  if (shift.north == 0.0 && shift.east == 0.0) {
+    return {};
+  }
+  const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
+  return told.empty() ? told
+                      : fmt::format(
+                            "the instrument's formula loses digits at these coordinates; "
+                            "with all points moved by north {} m, east {} m the result "
+                            "is: {}",
+                            shift.north, shift.east, told);
+}
+
+std::string LostDigits(const Service& service, const Inputs& in, const Answer& answer) {
+  if (service.truth != nullptr) {
+    return OffTheTruth(service, in, answer);
+  }
+  return service.losesDigits ? OffTheOrigin(service, in, answer) : std::string();
+}
+
 }  // namespace
 
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
   if (service.doubt != nullptr && answer.trouble.empty() && Succeeded(service, answer)) {
-    answer.warning = service.doubt(in, Outputs(service.outputs, answer.outputs));
+    const Outputs out(service.outputs, answer.outputs);
+    answer.warning = Joined(answer.warning, service.doubt(in, out));
   }
   for (const auto& value : in.Values()) {
     if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
       answer.warning = Joined(answer.warning, DoubtOfFaces(*sights));
     }
   }
-  if (!service.losesDigits) {
-    return answer;
-  }
-  const Shift shift = ToOrigin(in.Values());
-  if (shift.north == 0.0 && shift.east == 0.0) {
-    return answer;
-  }
-  const auto told = Disagreement(service, answer, CallMoved(service, in, shift));
-  if (!told.empty()) {
-    answer.warning = Joined(
-        answer.warning,
-        fmt::format("the instrument's formula loses digits at these coordinates; with all points "
-                    "moved by north {} m, east {} m the result is: {}",
-                    shift.north, shift.east, told));
-  }
+  answer.warning = Joined(answer.warning, LostDigits(service, in, answer));
   return answer;
 }
 
