@@ -94,8 +94,8 @@ class Runner {
 
   // Whether the result is another one with the input given. A height that is forgotten where none
   // is computed is not missed, and nor is 0.
-  static bool Matters(const Step& step, const Outcome& outcome, std::size_t input,
-                      const Value& value) {
+  bool Matters(const Step& step, const Outcome& outcome, std::size_t input,
+               const Value& value) const {
     if (!Available(value)) {
       return false;
     }

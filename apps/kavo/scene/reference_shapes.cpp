@@ -85,10 +85,10 @@ void AddArc(const StepView& step, Scene& scene) {
   AddChainage(step.GetStep().name, std::move(vertices), arc.length, scene);
 }
 
-// Where the instrument's formula leaves the geometry, as the step's note says, there is no such
+// Where the formula of the instrument leaves the geometry, as the step warns, there is no such
 // line.
 void AddArcOffset(const StepView& step, Scene& scene) {
-  if (!step.Result().note.empty()) {
+  if (!step.Result().warning.empty()) {
     return;
   }
   const auto arc = ArcOf(step.BaseOf("arc"));

@@ -208,7 +208,7 @@ Answer Area(const Inputs& in) {
   return {STATUS_OK, {KavoCogoCalcArea(points.data(), count)}};
 }
 
-std::string AreaDoubt(const Inputs& in, const Outputs&) {
+std::string AreaDoubt(const Inputs& in, const Outputs& /*out*/) {
   return OutlineDoubt(in.Points("points"));
 }
 

@@ -104,8 +104,9 @@ std::string DoubtOfElevs(const Inputs& in, const Outputs& out, std::string_view 
 }
 
 // Of two sights: how far the distance between their points, measured, is off the known one.
-void TakeBetween(Worst& worst, const std::vector<Sight>& sights, double apart) {
-  worst.Take(apart, kGross * std::hypot(PointSd(sights[0]), PointSd(sights[1])), [&] {
+// @param grown  how many times that is what the points are uncertain by.
+void TakeBetween(Worst& worst, const std::vector<Sight>& sights, double apart, double grown = 1.0) {
+  worst.Take(apart, grown * kGross * std::hypot(PointSd(sights[0]), PointSd(sights[1])), [&] {
     return fmt::format("the distance between {} and {} is {} off: check their points and readings",
                        SightName(sights, 0), SightName(sights, 1), LengthText(apart));
   });
@@ -155,7 +156,7 @@ double MovedBy(Answer (*setUp)(const Inputs& in), const Inputs& in, std::size_t 
       (*sights)[sight].ha = Wrapped((*sights)[sight].ha + kDirectionSd);
     }
   }
-  const Answer moved = setUp(Inputs(in.Fields(), std::move(values)));
+  const Answer moved = setUp(Inputs(in.Fields(), std::move(values), in.Notation()));
   const auto* place = std::get_if<CoordPt>(&moved.outputs.front());
   return moved.status == STATUS_OK && place != nullptr ? PlanDist(station, *place) : HUGE_VAL;
 }
@@ -181,10 +182,17 @@ std::string DoubtOfResiduals(const Inputs& in, const Outputs& out) {
 }
 
 std::string DoubtOfResect2(const Inputs& in, const Outputs& out) {
+  const auto& sights = in.Sights("sights");
   Worst worst;
-  for (const auto* name : {"distCheck", "distResid1", "distResid2"}) {
+  if (out.Has("distCheck")) {
+    TakeBetween(worst, sights, out.Number("distCheck"));
+  }
+  // A station far from points close together turns about them, and its distances change with it.
+  const double grown = std::max(
+      1.0, Farthest(sights, out.Point("station")) / PlanDist(sights[0].point, sights[1].point));
+  for (const auto* name : {"distResid1", "distResid2"}) {
     if (out.Has(name)) {
-      TakeBetween(worst, in.Sights("sights"), out.Number(name));
+      TakeBetween(worst, sights, out.Number(name), grown);
     }
   }
   return Joined(worst.Told(), DoubtOfElevs(in, out, "elevDiff"));
@@ -213,7 +221,7 @@ std::string DoubtOfFaces(const std::vector<Sight>& sights) {
                 DoubtOfErrors(sights, indices, "index"));
 }
 
-std::string DoubtOfPointing(const Inputs& in, const Outputs&) {
+std::string DoubtOfPointing(const Inputs& in, const Outputs& /*out*/) {
   Sight sight = PointingOf(in).sight;
   sight.name = "both faces";
   return DoubtOfFaces({sight});

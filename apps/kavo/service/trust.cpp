@@ -189,8 +189,8 @@ std::string LostDigits(const Service& service, const Inputs& in, const Answer& a
 Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
   if (service.doubt != nullptr && answer.trouble.empty() && Succeeded(service, answer)) {
-    answer.warning =
-        Joined(answer.warning, service.doubt(in, Outputs(service.outputs, answer.outputs)));
+    const Outputs out(service.outputs, answer.outputs);
+    answer.warning = Joined(answer.warning, service.doubt(in, out));
   }
   for (const auto& value : in.Values()) {
     if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
