@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <variant>
 #include <vector>
 
 #include "base/plain_text.hpp"
@@ -48,13 +49,51 @@ const Service& ServiceOf(const TomlReader& step) {
   return *service;
 }
 
-bool Expects(const Step& step) { return !step.expected.empty(); }
+// What holds the expected angles, and what all the others.
+struct Tolerance {
+  std::string_view key;
+  bool forAngles;
+  const char* idle;      // it has none of its own to hold
+  const char* unjudged;  // it is needed as well
+};
+constexpr std::array kTolerances = {
+    Tolerance{"tolerance", false, "has only angles to hold; give angle-tolerance for them",
+              "more than angles is expected; give tolerance as well"},
+    Tolerance{"angle-tolerance", true, "has no angles to hold; what is expected takes tolerance",
+              "angles are expected; give angle-tolerance as well"},
+};
 
-// A limit that nothing is held to would pass for a check.
-void RefuseIdleTolerance(const TomlReader& reader, const Service& service, bool expects) {
-  for (const std::string_view key : {"tolerance", "angle-tolerance"}) {
-    if (!expects && reader.Owns(key) && !FindField(service.inputs, key)) {
-      reader.FailAt(key, "has nothing to hold; say with expect what the results should be");
+bool Expects(const Step& step, bool angles) {
+  return std::ranges::any_of(step.expected, [angles](const Expectation& expected) {
+    return std::holds_alternative<IntAngle>(expected.value) == angles;
+  });
+}
+
+// A limit that nothing is held to would pass for a check. One that the service takes is for more.
+void RefuseIdleTolerance(const TomlReader& reader, const Service& service,
+                         std::span<const Step> steps) {
+  const auto expect = [steps](bool angles) {
+    return std::ranges::any_of(steps, [angles](const Step& step) { return Expects(step, angles); });
+  };
+  for (const auto& tolerance : kTolerances) {
+    if (reader.Owns(tolerance.key) && !FindField(service.inputs, tolerance.key) &&
+        !expect(tolerance.forAngles)) {
+      reader.FailAt(tolerance.key,
+                    expect(!tolerance.forAngles)
+                        ? tolerance.idle
+                        : "has nothing to hold; say with expect what the results should be");
+    }
+  }
+}
+
+// So would an expected value without a limit, where others have one.
+void RefuseUnjudged(const TomlReader& reader, const Step& step) {
+  const auto given = [&](std::string_view key) { return reader.Find(key) != nullptr; };
+  for (const auto& tolerance : kTolerances) {
+    const auto& other = kTolerances.at(tolerance.forAngles ? 0 : 1);
+    if (!given(tolerance.key) && given(other.key) && !FindField(step.service->inputs, other.key) &&
+        Expects(step, tolerance.forAngles)) {
+      reader.FailAt("expect", tolerance.unjudged);
     }
   }
 }
@@ -79,7 +118,7 @@ void StepReader::Read(const toml::table& table) {
   if (added.empty()) {
     step.FailAt("each", "has no rows; give one at least");
   }
-  RefuseIdleTolerance(step, service, std::ranges::any_of(added, Expects));
+  RefuseIdleTolerance(step, service, added);
 }
 
 void StepReader::AddSteps(const TomlReader& step, const Service& service, const toml::table& table,
@@ -118,11 +157,12 @@ void StepReader::AddStep(const TomlReader& reader, const Service& service, std::
   Step step;
   step.service = &service;
   step.group = group;
-  step.name = NameOf(reader);
+  step.name = NameOf(reader, service);
   step.note = reader.Text("note");
   step.code = reader.Text("code");
   ReadInputs(reader, step);
-  RefuseIdleTolerance(reader, service, Expects(step));
+  RefuseIdleTolerance(reader, service, {&step, 1});
+  RefuseUnjudged(reader, step);
   names_.AddStep(step.name, service, job_.steps.size(), reader.PlaceOfAll());
   job_.steps.push_back(std::move(step));
 }
@@ -158,11 +198,11 @@ std::string StepReader::LabelOf(const toml::table& table) const {
                          : fmt::format("step {}", job_.steps.size() + 1);
 }
 
-std::string StepReader::NameOf(const TomlReader& reader) const {
+std::string StepReader::NameOf(const TomlReader& reader, const Service& service) const {
   const auto* node = reader.Find("name");
   auto name = node != nullptr ? reader.TextOf(*node, "name")
                               : fmt::format("step {}", job_.steps.size() + 1);
-  if (const auto trouble = names_.NameTrouble(name); !trouble.empty()) {
+  if (const auto trouble = names_.NameTrouble(name, &service); !trouble.empty()) {
     node != nullptr ? reader.FailAt("name", trouble) : reader.FailHere("name", trouble);
   }
   return name;

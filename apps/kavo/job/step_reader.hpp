@@ -28,7 +28,7 @@ class StepReader {
   void ReadInputs(const TomlReader& reader, Step& step);
   void NoteSightFile(const TomlReader& reader, std::string_view field);
   std::string LabelOf(const toml::table& table) const;
-  std::string NameOf(const TomlReader& reader) const;
+  std::string NameOf(const TomlReader& reader, const Service& service) const;
 
   Job& job_;
   Names& names_;

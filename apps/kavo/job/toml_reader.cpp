@@ -98,6 +98,17 @@ TomlReader TomlReader::Inner(const toml::table& table, std::string_view field) c
   return inner;
 }
 
+TomlReader TomlReader::Merged(std::string_view key, std::span<const std::string_view> known) const {
+  auto merged = Inner(TableOf(*Find(key), key), key);
+  merged.Only(known);
+  if (const auto* replaced = Replaced(key)) {
+    const auto& below = TableOf(*replaced, key);
+    Inner(below, key).Only(known);
+    merged.fallback_ = &below;
+  }
+  return merged;
+}
+
 void TomlReader::Only(std::span<const std::string_view> known) const {
   for (const auto& [key, node] : table_) {
     if (std::ranges::find(known, key.str()) == known.end()) {

@@ -36,6 +36,10 @@ class TomlReader {
   const toml::node* Find(std::string_view key) const;
   /// True when the table itself has the key, not the fallback.
   bool Owns(std::string_view key) const { return table_.contains(key); }
+  /// What the table's own node under a key stands in place of: the fallback's; null for none.
+  const toml::node* Replaced(std::string_view key) const {
+    return Owns(key) && fallback_ != nullptr ? fallback_->get(key) : nullptr;
+  }
 
   /// The node under a key, which must be there.
   /// @param meaning  what to tell when it is missing.
@@ -55,6 +59,11 @@ class TomlReader {
 
   /// A reader of a table within this one.
   TomlReader Inner(const toml::table& table, std::string_view field) const;
+
+  /// The same of the table under a key that is there, whose keys come before those of the one under
+  /// that key of the fallback.
+  /// @param known  the keys that either can have.
+  TomlReader Merged(std::string_view key, std::span<const std::string_view> known) const;
 
   /// Refuses every key that is not among the known ones.
   void Only(std::span<const std::string_view> known) const;
