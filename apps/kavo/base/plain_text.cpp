@@ -50,6 +50,14 @@ std::string Shown(std::string_view text, std::size_t most) {
   return text.size() < all ? fmt::format("{}... ({} bytes)", shown, all) : shown;
 }
 
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  }
+  return lower;
+}
+
 std::string Joined(const std::string& first, const std::string& second) {
   return first + (first.empty() || second.empty() ? "" : "; ") + second;
 }

@@ -27,6 +27,9 @@ std::string Shown(std::string_view text, std::size_t most = 60);
 /// That in quotation marks.
 inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"'; }
 
+/// The text with small letters for the capitals A to Z.
+std::string Lower(std::string_view text);
+
 /// Two remarks as one; either may be empty.
 std::string Joined(const std::string& first, const std::string& second);
 
