@@ -36,6 +36,17 @@ std::vector<std::string_view> KnownRowKeys(const Service& service) {
   return known;
 }
 
+// What counts as 0 in a row without it.
+std::vector<std::string_view> ZeroKeys(const TomlReader& step, const Service& service) {
+  std::vector<std::string_view> keys;
+  for (const auto& field : service.inputs) {
+    if (ZeroWhenAbsent(field) && step.Find(field.name) == nullptr) {
+      keys.push_back(field.name);
+    }
+  }
+  return keys;
+}
+
 // Which keys a step can have depends on its service: a key that is nearly `service` is told here.
 const Service& ServiceOf(const TomlReader& step) {
   if (step.Find("service") == nullptr) {
@@ -148,7 +159,8 @@ void StepReader::AddSteps(const TomlReader& step, const Service& service, const 
 void StepReader::AddFileRows(const TomlReader& step, const Service& service,
                              const std::string& file, std::size_t group) {
   const auto columns = KnownRowKeys(service);
-  for (const auto& [place, table] : ReadCsvTables(job_.FileNamed(file), columns)) {
+  const auto zeroes = ZeroKeys(step, service);
+  for (const auto& [place, table] : ReadCsvTables(job_.FileNamed(file), columns, zeroes)) {
     AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
   }
 }
