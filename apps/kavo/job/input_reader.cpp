@@ -18,6 +18,11 @@ std::optional<double> MeasureOf(const Input& input) {
   return input.parts.empty() ? Measure(input.value) : static_cast<double>(input.parts.size());
 }
 
+// An angle is rounded when it is read: what the job says of it is in its own text.
+std::string AngleWritten(const toml::node& node) {
+  return node.is_string() ? node.value_or(std::string()) : fmt::format("{}", node.value_or(0.0));
+}
+
 // A service's only point is expected by its components, several points each by its name.
 std::vector<std::string_view> ExpectableNames(const Service& service) {
   const auto onlyPoint = OnlyOutput(service, kAnyPoint);
@@ -183,12 +188,8 @@ Input InputReader::ReadScalar(const TomlReader& at, const toml::node& node,
     at.Fail(node, field.name, names_.NoResultAdvice(text, field));
   }
   const Value value = Literal(at, node, field.name, field.kind);
-  const auto* angle = std::get_if<IntAngle>(&value);
-  return {
-      value,
-      {},
-      {},
-      angle != nullptr ? AngleText(*angle, angles_) : fmt::format("{}", std::get<double>(value))};
+  const auto* number = std::get_if<double>(&value);
+  return {value, {}, {}, number != nullptr ? fmt::format("{}", *number) : AngleWritten(node)};
 }
 
 Input InputReader::ReadResult(const TomlReader& at, const toml::node& node, const Field& field,
