@@ -28,11 +28,15 @@ std::string NoNumberAdvice(std::string_view text) {
                      comma ? kListRule : "write one like 1234.567");
 }
 
+bool IsControl(char c) {
+  const auto code = static_cast<unsigned char>(c);
+  return code < ' ' || code == 0x7F;
+}
+
 std::string InOneLine(std::string_view text) {
   std::string line;
   for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    line += code < ' ' || code == 0x7F ? fmt::format("\\u{:04X}", code) : std::string(1, c);
+    line += IsControl(c) ? fmt::format("\\u{:04X}", c) : std::string(1, c);
   }
   return line;
 }

@@ -17,6 +17,9 @@ inline constexpr std::string_view kListRule =
 /// What is wrong with text that is no number, and what would be right.
 std::string NoNumberAdvice(std::string_view text);
 
+/// True for a control character of ASCII.
+bool IsControl(char c);
+
 /// The text with its control characters written as TOML and JSON write them, such as \u000A: names
 /// and texts may hold some, and would break the line.
 std::string InOneLine(std::string_view text);

@@ -56,6 +56,9 @@ void CheckFields(const CsvRow& row) {
                                 "description; {}; text with commas stands in quotation marks",
                                 kListRule));
   }
+  if (fields.size() == 5 && std::ranges::any_of(fields[4], IsControl)) {
+    throw UserError(row.place, label, "the description holds a tab; write a blank");
+  }
   if (MayBeDecimalCommas(fields)) {
     throw UserError(
         row.place, label,

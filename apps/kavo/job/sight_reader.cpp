@@ -80,7 +80,7 @@ class SightList {
     }
     Sight sight;
     sight.name = input.text;
-    sight.code = at.Text("code");
+    sight.code = at.Line("code");
     sight.targetHeight = at.Number("th", 0.0);
     sight.readings = {ReadReading(inputs_, at)};
     if (!Paired(at, sight)) {

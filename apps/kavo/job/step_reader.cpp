@@ -171,7 +171,7 @@ void StepReader::AddStep(const TomlReader& reader, const Service& service, std::
   step.group = group;
   step.name = NameOf(reader, service);
   step.note = reader.Text("note");
-  step.code = reader.Text("code");
+  step.code = reader.Line("code");
   ReadInputs(reader, step);
   RefuseIdleTolerance(reader, service, {&step, 1});
   RefuseUnjudged(reader, step);

@@ -45,8 +45,10 @@ class TomlReader {
   /// @param meaning  what to tell when it is missing.
   const toml::node& Required(std::string_view key, std::string_view meaning) const;
 
-  /// The text under a key; empty when absent.
+  /// The text under a key, which may have several lines; empty when absent.
   std::string Text(std::string_view key) const;
+  /// The text of one line under a key; empty when absent.
+  std::string Line(std::string_view key) const;
   /// True or false under a key; false when absent.
   bool Flag(std::string_view key) const;
   /// The finite number under a key; `absent` when absent.
