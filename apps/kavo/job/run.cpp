@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "base/geometry.hpp"
 #include "base/plain_text.hpp"

@@ -109,13 +109,7 @@ void RefuseUnjudged(const TomlReader& reader, const Step& step) {
   }
 }
 
-std::vector<bool> Given(const std::vector<Input>& inputs) {
-  std::vector<bool> given(inputs.size());
-  for (std::size_t i = 0; i < inputs.size(); ++i) {
-    given[i] = !inputs[i].text.empty();
-  }
-  return given;
-}
+bool IsWritten(const Input& input) { return !input.text.empty(); }
 
 }  // namespace
 
@@ -188,7 +182,7 @@ void StepReader::ReadInputs(const TomlReader& reader, Step& step) {
       NoteSightFile(reader, field.name);
     }
   }
-  if (const auto trouble = TroubleOfChoice(*step.service, Given(step.inputs))) {
+  if (const auto trouble = TroubleOfChoice(*step.service, Given(step.inputs, IsWritten))) {
     reader.Find(trouble->field) != nullptr ? reader.FailAt(trouble->field, trouble->advice)
                                            : reader.FailHere(trouble->field, trouble->advice);
   }

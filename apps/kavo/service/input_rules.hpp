@@ -1,6 +1,7 @@
 // What can be told of the inputs of a call before it is made, from the table of services alone.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +15,14 @@ struct InputTrouble {
   std::string field;  ///< Or several, "slopeDist or horizDist".
   std::string advice;
 };
+
+/// For each input whether it is there.
+template <class Input>
+std::vector<bool> Given(const std::vector<Input>& inputs, bool (*isThere)(const Input&)) {
+  std::vector<bool> given(inputs.size());
+  std::transform(inputs.begin(), inputs.end(), given.begin(), isThere);
+  return given;
+}
 
 /// What is missing or too much among the inputs; nothing when they can be called with.
 /// @param given  for each input of the service whether it is there.
