@@ -118,6 +118,7 @@ void StepReader::Read(const toml::table& table) {
   const TomlReader step(table, job_.file, LabelOf(table));
   const Service& service = ServiceOf(step);
   step.Only(KnownStepKeys(service));
+  shared_.clear();
   AddSteps(step, service, table, group);
   const auto added = std::span(job_.steps).subspan(group);
   if (added.empty()) {
@@ -176,11 +177,8 @@ void StepReader::AddStep(const TomlReader& reader, const Service& service, std::
 void StepReader::ReadInputs(const TomlReader& reader, Step& step) {
   const InputReader inputs(names_, job_.angles, std::filesystem::path(job_.file).parent_path());
   for (const auto& field : step.service->inputs) {
-    step.inputs.push_back(inputs.Read(reader, field));
+    step.inputs.push_back(ReadInput(inputs, reader, field));
     step.varies.push_back(reader.Owns(field.name));
-    if (field.kind == Kind::kSights) {
-      NoteSightFile(reader, field.name);
-    }
   }
   if (const auto trouble = TroubleOfChoice(*step.service, Given(step.inputs, IsWritten))) {
     reader.Find(trouble->field) != nullptr ? reader.FailAt(trouble->field, trouble->advice)
@@ -188,6 +186,23 @@ void StepReader::ReadInputs(const TomlReader& reader, Step& step) {
   }
   inputs.ReadTolerances(reader, step);
   inputs.ReadExpectations(reader, step);
+}
+
+// What the step says for all its rows is read once: it may be a long file.
+Input StepReader::ReadInput(const InputReader& inputs, const TomlReader& reader,
+                            const Field& field) {
+  const auto read = shared_.find(field.name);
+  if (read != shared_.end() && !reader.Owns(field.name)) {
+    return read->second;
+  }
+  auto input = inputs.Read(reader, field);
+  if (field.kind == Kind::kSights) {
+    NoteSightFile(reader, field.name);
+  }
+  if (!reader.Owns(field.name)) {
+    shared_.emplace(field.name, input);
+  }
+  return input;
 }
 
 void StepReader::NoteSightFile(const TomlReader& reader, std::string_view field) {
