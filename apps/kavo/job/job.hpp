@@ -62,7 +62,7 @@ struct Job {
   std::vector<Step> steps;
 
   /// The path of a file that the job names, which lies beside it; noted as one that it reads.
-  const std::filesystem::path& FileNamed(const std::string& name) {
+  std::filesystem::path FileNamed(const std::string& name) {
     return readFiles.emplace_back(std::filesystem::path(file).parent_path() / name);
   }
 };
