@@ -2,13 +2,18 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "base/near_name.hpp"
 #include "base/output_file.hpp"
+#include "base/plain_text.hpp"
 #include "base/user_error.hpp"
 #include "help.hpp"
 #include "pipe/pipe.hpp"
@@ -62,14 +67,20 @@ class HelpFormatter : public CLI::Formatter {
   std::string make_option_opts(const CLI::Option* /*option*/) const override { return {}; }
 };
 
+// What help and messages call the value of an option.
+void Takes(CLI::Option* option, const std::string& value) {
+  option->option_text(value)->type_name(value);
+}
+
 void AddRunOptions(CLI::App& run, RunOptions& options) {
   run.add_option("JOB", options.job, "Job file (TOML)")->required();
   run.add_flag("--json{-}", options.json, "Print the report as JSON; --json=FILE writes it")
       ->option_text("FILE");
-  run.add_option("--csv", options.csv, "Write the computed points as a list")->option_text("FILE");
-  run.add_option("--geojson", options.geojson, "Write points, lines and areas in grid coordinates")
-      ->option_text("FILE");
-  run.add_option("--svg", options.svg, "Draw plans, facades and sections")->option_text("FILE");
+  Takes(run.add_option("--csv", options.csv, "Write the computed points as a list"), "FILE");
+  Takes(run.add_option("--geojson", options.geojson,
+                       "Write points, lines and areas in grid coordinates"),
+        "FILE");
+  Takes(run.add_option("--svg", options.svg, "Draw plans, facades and sections"), "FILE");
   run.add_flag("--strict", options.strict, "End with 1 also for a warning");
   run.footer("A FILE of - stands for standard output, in place of the report.");
 }
@@ -99,16 +110,32 @@ struct CommandLine {
     }
     AddRunOptions(*run, options);
     pipe->footer("kavo help SERVICE shows a request of each service.");
-    pipe->add_option("--first-line", firstLine,
-                     "Number of the first line, in messages; 1 when absent")
-        ->option_text("NUMBER");
+    Takes(pipe->add_option("--first-line", firstLine,
+                           "Number of the first line, in messages; 1 when absent"),
+          "NUMBER");
     help->add_option("SERVICE", service, "Name of a service or command; the commands when absent");
     help->add_flag("--man", man, "Print the manual page, for man -l -");
   }
 };
 
+// The parser would miss a command without looking at what stands in its place.
+void RefuseUnknownCommand(const CLI::App& app, const std::string& name) {
+  std::vector<std::string> commands;
+  for (const auto* command : app.get_subcommands({})) {
+    commands.push_back(command->get_name());
+  }
+  const std::vector<std::string_view> known(commands.begin(), commands.end());
+  if (!name.starts_with('-') && std::ranges::find(known, name) == known.end()) {
+    throw UserError({"kavo", 0}, "",
+                    fmt::format("command {} {}", Quoted(name), UnknownAdvice(name, known)));
+  }
+}
+
 int Dispatch(int argc, char** argv) {
   CommandLine line;
+  if (argc > 1) {
+    RefuseUnknownCommand(line.app, argv[1]);
+  }
   try {
     line.app.parse(argc, argv);
   } catch (const CLI::Success& success) {

@@ -4,14 +4,14 @@
 
 #include <cerrno>
 #include <cstring>
-
-#include "base/user_error.hpp"
+#include <system_error>
 
 namespace kavo_app {
 
 // A folder opens as a file does.
 std::ifstream OpenInput(const std::filesystem::path& path, const std::string& what) {
-  errno = std::filesystem::is_directory(path) ? EISDIR : 0;
+  std::error_code unknown;  // then opening it tells why
+  errno = std::filesystem::is_directory(path, unknown) ? EISDIR : 0;
   std::ifstream file;
   if (errno == 0) {
     file.open(path);
@@ -21,6 +21,12 @@ std::ifstream OpenInput(const std::filesystem::path& path, const std::string& wh
                     fmt::format("cannot be read: {}; give {}", std::strerror(errno), what));
   }
   return file;
+}
+
+void RefuseCutShort(const std::istream& file, const Place& place) {
+  if (file.bad()) {
+    throw UserError(place, "", "cannot be read further: the disk or the connection to it failed");
+  }
 }
 
 }  // namespace kavo_app

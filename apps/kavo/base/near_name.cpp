@@ -6,16 +6,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/plain_text.hpp"
+
 namespace kavo_app {
 namespace {
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  }
-  return lower;
-}
 
 // How many letters are put in, left out, taken for another or exchanged with the next one.
 std::size_t Slips(std::string_view one, std::string_view other) {

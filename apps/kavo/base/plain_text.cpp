@@ -17,7 +17,7 @@ std::size_t ControlBytes(std::string_view text) {
   if (byte(0) == 0xC2 && text.size() > 1 && byte(1) >= 0x80 && byte(1) < 0xA0) {
     return 2;
   }
-  return byte(0) < ' ' || byte(0) == 0x7F ? 1 : 0;
+  return IsControl(text.front()) ? 1 : 0;
 }
 
 }  // namespace
@@ -34,6 +34,11 @@ std::string NoNumberAdvice(std::string_view text) {
   const bool comma = text.find(',') != text.npos;
   return fmt::format("{} is not a number; {}", Quoted(text),
                      comma ? kListRule : "write one like 1234.567");
+}
+
+bool IsControl(char c) {
+  const auto code = static_cast<unsigned char>(c);
+  return code < ' ' || code == 0x7F;
 }
 
 std::string InOneLine(std::string_view text) {
@@ -61,6 +66,14 @@ std::string Shown(std::string_view text, std::size_t most) {
   }
   const auto shown = InOneLine(text);
   return text.size() < all ? fmt::format("{}... ({} bytes)", shown, all) : shown;
+}
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  }
+  return lower;
 }
 
 std::string Joined(const std::string& first, const std::string& second) {

@@ -23,6 +23,9 @@ inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 /// Whether a byte of UTF-8 text goes on with a character that began before it.
 constexpr bool ContinuesSequence(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
 
+/// True for a control character of ASCII.
+bool IsControl(char c);
+
 /// The text with its control characters written as TOML and JSON write them, such as \u000A: names
 /// and texts may hold some, and would break the line or command the terminal.
 std::string InOneLine(std::string_view text);
@@ -32,6 +35,9 @@ std::string Shown(std::string_view text, std::size_t most = 60);
 
 /// That in quotation marks.
 inline std::string Quoted(std::string_view text) { return '"' + Shown(text) + '"'; }
+
+/// The text with small letters for the capitals A to Z.
+std::string Lower(std::string_view text);
 
 /// Two remarks as one; either may be empty.
 std::string Joined(const std::string& first, const std::string& second);

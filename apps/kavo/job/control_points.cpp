@@ -3,7 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/plain_text.hpp"
 #include "job/csv_file.hpp"
@@ -52,6 +56,9 @@ void CheckFields(const CsvRow& row) {
                                 "description; {}; text with commas stands in quotation marks",
                                 kListRule));
   }
+  if (fields.size() == 5 && std::ranges::any_of(fields[4], IsControl)) {
+    throw UserError(row.place, label, "the description holds a tab; write a blank");
+  }
   if (MayBeDecimalCommas(fields)) {
     throw UserError(
         row.place, label,
@@ -84,17 +91,36 @@ bool IsHeading(const CsvRow& row) {
          IsWord(row.fields[2]);
 }
 
-// North begins with this letter in many languages.
-bool MayBeNorth(std::string_view column) {
-  return column.starts_with('n') || column.starts_with('N');
+// Headings of columns in metres, in small letters.
+constexpr std::array<std::string_view, 3> kNorths = {"north", "northing", "n"};
+constexpr std::array<std::string_view, 3> kEasts = {"east", "easting", "e"};
+constexpr std::array<std::string_view, 6> kMetres = {"", "m", "metre", "metres", "meter", "meters"};
+
+// The word and the unit of "Northing", "north [m]", "N_m" or "E(metres)".
+std::pair<std::string, std::string> WordAndUnit(std::string_view column) {
+  const auto lower = Lower(column);
+  const auto end = std::min(lower.find_first_of(" _(["), lower.size());
+  auto unit = lower.substr(end);
+  std::erase_if(
+      unit, [](char c) { return std::string_view(" _()[]").find(c) != std::string_view::npos; });
+  return {lower.substr(0, end), unit};
 }
 
-// The columns go by their place; a heading that says otherwise tells of exchanged coordinates.
+bool Heads(std::string_view column, std::span<const std::string_view> words) {
+  const auto [word, unit] = WordAndUnit(column);
+  return std::ranges::find(words, word) != words.end() &&
+         std::ranges::find(kMetres, unit) != kMetres.end();
+}
+
+// The columns go by their place. In many lists the second is the east, under many names: what is
+// not understood may be exchanged.
 void CheckHeading(const CsvRow& heading) {
-  if (MayBeNorth(heading.fields[2]) && !MayBeNorth(heading.fields[1])) {
-    throw UserError(heading.place, "heading: " + Quoted(heading.fields[2]),
-                    "stands third; a list has name, north, east, elevation and description, in "
-                    "this order");
+  if (!Heads(heading.fields[1], kNorths) || !Heads(heading.fields[2], kEasts)) {
+    throw UserError(
+        heading.place,
+        fmt::format("heading: {}, {}", Quoted(heading.fields[1]), Quoted(heading.fields[2])),
+        "are not called north and east; a list has name, north, east, elevation and "
+        "description, in this order and in metres: see which column is which");
   }
 }
 

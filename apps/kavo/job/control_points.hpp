@@ -18,8 +18,8 @@ struct ControlPoint {
 };
 
 /// Reads a comma-separated PNEZD list: point name, north, east, elevation, description. Elevation
-/// and description may be empty or left out. A first line that has words for north and east is
-/// taken for a heading.
+/// and description may be empty or left out. A first line that has words for
+/// numbers is a heading; its second and third column must be called north and east.
 /// @throws UserError  with file and line.
 std::vector<ControlPoint> ReadControlPoints(const std::filesystem::path& path);
 

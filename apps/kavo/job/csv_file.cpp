@@ -61,6 +61,7 @@ std::optional<std::string> NextLine(std::istream& file, const Place& place) {
     }
     line += static_cast<char>(c);
   }
+  RefuseCutShort(file, place);
   if (!line.empty()) {
     throw UserError(place, "",
                     "the last line has no line end, so the file may be cut off; check it, and end "
@@ -72,7 +73,7 @@ std::optional<std::string> NextLine(std::istream& file, const Place& place) {
 void RefuseWhatIsNoText(std::string_view line, const Place& place) {
   while (!line.empty()) {
     const auto c = static_cast<unsigned char>(line.front());
-    if ((c < ' ' && c != '\t') || c == 0x7F) {
+    if (IsControl(line.front()) && c != '\t') {
       throw UserError(
           place, "",
           fmt::format("holds a control character (code {}); save the file as plain text", c));

@@ -22,9 +22,9 @@ struct CsvRow {
   std::vector<std::string> fields;
 };
 
-/// Reads all rows of a file; blank lines are left out. A byte-order mark and line ends of any
-/// kind are taken. Refused are: text that is not UTF-8, control characters, a quotation mark that
-/// does not close on its line, a line too long to be a row, and a last line without line end,
+/// Reads all rows of a file; blank lines are left out. A byte-order mark and line ends of
+/// LF or CRLF are taken. Refused are: text that is not UTF-8, control characters, a quotation mark
+/// that does not close on its line, a line too long to be a row, and a last line without line end,
 /// because the file may have been cut off in the middle of a number.
 /// @param path  the file.
 /// @param what  what it should be, for the message when it cannot be read.

@@ -89,6 +89,16 @@ void CheckWidth(const CsvRow& row, std::size_t wanted) {
                               row.fields.size(), wanted, kListRule));
 }
 
+// A target height that was left out of one row would count as 0 there.
+void RefuseEmpty(const CsvRow& row, const Columns& columns,
+                 std::span<const std::string_view> zeroes) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (row.fields[i].empty() && Holds(zeroes, columns[i])) {
+      throw UserError(row.place, columns[i], "is empty; write 0 where there is none");
+    }
+  }
+}
+
 toml::table TableOf(const CsvRow& row, const Columns& columns) {
   CheckWidth(row, columns.size());
   toml::table table;
@@ -103,7 +113,8 @@ toml::table TableOf(const CsvRow& row, const Columns& columns) {
 }  // namespace
 
 std::vector<CsvTable> ReadCsvTables(const std::filesystem::path& path,
-                                    std::span<const std::string_view> known) {
+                                    std::span<const std::string_view> known,
+                                    std::span<const std::string_view> zeroes) {
   const auto rows = ReadCsv(path, "a comma-separated file with a heading");
   if (rows.size() < 2) {
     throw UserError({path.string(), 1}, "",
@@ -114,6 +125,7 @@ std::vector<CsvTable> ReadCsvTables(const std::filesystem::path& path,
   tables.reserve(rows.size());
   for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
     if (auto table = TableOf(*row, columns); !table.empty()) {
+      RefuseEmpty(*row, columns, zeroes);
       tables.push_back({row->place, std::move(table)});
     }
   }

@@ -9,6 +9,7 @@
 
 namespace kavo_app {
 
+/// What the numbers of a point are called.
 inline constexpr std::array<std::string_view, 3> kPointKeys = {"north", "east", "elev"};
 inline constexpr std::array<std::string_view, 3> kLineKeys = {"from", "to", "azimuth"};
 

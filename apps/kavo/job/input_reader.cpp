@@ -18,6 +18,11 @@ std::optional<double> MeasureOf(const Input& input) {
   return input.parts.empty() ? Measure(input.value) : static_cast<double>(input.parts.size());
 }
 
+// An angle is rounded when it is read: what the job says of it is in its own text.
+std::string AngleWritten(const toml::node& node) {
+  return node.is_string() ? node.value_or(std::string()) : fmt::format("{}", node.value_or(0.0));
+}
+
 // A service's only point is expected by its components, several points each by its name.
 std::vector<std::string_view> ExpectableNames(const Service& service) {
   const auto onlyPoint = OnlyOutput(service, kAnyPoint);
@@ -37,6 +42,11 @@ std::vector<std::string_view> ExpectableNames(const Service& service) {
 Input InputReader::Read(const TomlReader& step, const Field& field) const {
   const auto* node = step.Find(field.name);
   if (node != nullptr) {
+    // One may mean to add to the other, such as an elevation for all.
+    const auto* replaced = step.Replaced(field.name);
+    if (node->is_table() && replaced != nullptr && replaced->is_table()) {
+      step.Fail(*node, field.name, "the step itself has parts of it; give them all in one place");
+    }
     auto input = ReadNode(step, *node, field);
     if (const auto trouble = TroubleOfLimit(field, MeasureOf(input)); !trouble.empty()) {
       step.Fail(*node, field.name, trouble);
@@ -50,22 +60,27 @@ Input InputReader::Read(const TomlReader& step, const Field& field) const {
 }
 
 void InputReader::ReadTolerances(const TomlReader& step, Step& out) const {
+  constexpr const char* kRule = "must be 0 or more";
   if (step.Find("tolerance") != nullptr) {
     out.tolerance = step.Number("tolerance", 0.0);
+    if (*out.tolerance < 0.0) {
+      step.FailAt("tolerance", kRule);
+    }
   }
   if (const auto* node = step.Find("angle-tolerance")) {
     out.angleTolerance = AngleOf(step, *node, "angle-tolerance");
+    if (*out.angleTolerance < 0) {
+      step.FailAt("angle-tolerance", kRule);
+    }
   }
 }
 
 void InputReader::ReadExpectations(const TomlReader& step, Step& out) const {
-  const auto* node = step.Find("expect");
-  if (node == nullptr) {
+  if (step.Find("expect") == nullptr) {
     return;
   }
-  const auto expect = step.Inner(step.TableOf(*node, "expect"), "expect");
+  const auto expect = step.Merged("expect", ExpectableNames(*out.service));
   const auto onlyPoint = OnlyOutput(*out.service, kAnyPoint);
-  expect.Only(ExpectableNames(*out.service));
   for (std::size_t i = 0; i < out.service->outputs.size(); ++i) {
     if (i == onlyPoint) {
       ReadExpectedPoint(expect, i, out);
@@ -82,9 +97,7 @@ void InputReader::ReadExpected(const TomlReader& expect, const toml::node& value
     out.expected.push_back({output, "", Literal(expect, value, field.name, field.kind)});
     return;
   }
-  const auto point = expect.Inner(expect.TableOf(value, field.name), field.name);
-  point.Only(kPointKeys);
-  ReadExpectedPoint(point, output, out);
+  ReadExpectedPoint(expect.Merged(field.name, kPointKeys), output, out);
 }
 
 void InputReader::ReadExpectedPoint(const TomlReader& point, std::size_t output, Step& out) {
@@ -175,12 +188,8 @@ Input InputReader::ReadScalar(const TomlReader& at, const toml::node& node,
     at.Fail(node, field.name, names_.NoResultAdvice(text, field));
   }
   const Value value = Literal(at, node, field.name, field.kind);
-  const auto* angle = std::get_if<IntAngle>(&value);
-  return {
-      value,
-      {},
-      {},
-      angle != nullptr ? AngleText(*angle, angles_) : fmt::format("{}", std::get<double>(value))};
+  const auto* number = std::get_if<double>(&value);
+  return {value, {}, {}, number != nullptr ? fmt::format("{}", *number) : AngleWritten(node)};
 }
 
 Input InputReader::ReadResult(const TomlReader& at, const toml::node& node, const Field& field,

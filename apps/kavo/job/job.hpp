@@ -1,7 +1,6 @@
 // A job: what a job file says, checked and ready to run.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -29,9 +28,6 @@ struct Input {
   std::string text;               ///< As the job writes it, for the report; empty when absent.
   bool named = false;             ///< The text is a name, not the value itself.
 };
-
-/// What the numbers of a point are called.
-inline constexpr std::array<std::string_view, 3> kComponents = {"north", "east", "elev"};
 
 /// A published or otherwise known value of one number of the outputs.
 struct Expectation {
@@ -66,7 +62,7 @@ struct Job {
   std::vector<Step> steps;
 
   /// The path of a file that the job names, which lies beside it; noted as one that it reads.
-  const std::filesystem::path& FileNamed(const std::string& name) {
+  std::filesystem::path FileNamed(const std::string& name) {
     return readFiles.emplace_back(std::filesystem::path(file).parent_path() / name);
   }
 };

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <span>
 
 #include "base/plain_text.hpp"
 
@@ -11,7 +12,17 @@ namespace {
 
 // Numbers and angles refer to results by an @; what has no other text than a name does without.
 bool HasSign(const Field& wanted) {
-  return wanted.kind != Kind::kPoint && wanted.kind != Kind::kLine && wanted.kind != Kind::kFigure;
+  switch (wanted.kind) {
+    case Kind::kPoint:
+    case Kind::kPoints:
+    case Kind::kLine:
+    case Kind::kFigure:
+    case Kind::kSights:
+    case Kind::kResiduals:
+      return false;
+    default:
+      return true;
+  }
 }
 
 // How a job refers to the results of a step that fit a field; empty when none does.
@@ -37,18 +48,33 @@ std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wante
                                   service.outputs.begin());
 }
 
-std::string Names::NameTrouble(std::string_view name) const {
+std::string Names::NameTrouble(std::string_view name, const Service* service) const {
   if (name.empty()) {
     return "the name is empty; give each point and step its own";
   }
   if (InOneLine(name) != name) {
     return "a name is one line of text, without control characters";
   }
-  const auto* known = Find(name);
-  return known == nullptr
-             ? ""
-             : fmt::format("the {} at {} has this name already; give each point and step its own",
-                           known->service == nullptr ? "known point" : "step", known->place.Text());
+  if (const auto* known = Find(name)) {
+    return fmt::format("the {} has this name already; give each point and step its own",
+                       WhatIs(*known));
+  }
+  return ResultTrouble(name, service);
+}
+
+std::string Names::ResultTrouble(std::string_view name, const Service* service) const {
+  const auto [step, stepName, field] = StepOf(name);
+  if (step != nullptr && FindField(step->service->outputs, *field)) {
+    return fmt::format("a result of the {} goes by this name; give each its own", WhatIs(*step));
+  }
+  const auto outputs = service != nullptr ? service->outputs : std::span<const Field>();
+  for (const auto& output : outputs) {
+    if (const auto* known = Find(fmt::format("{}.{}", name, output.name))) {
+      return fmt::format("its result \"{}.{}\" would go by the name of the {}; give each its own",
+                         Shown(name), output.name, WhatIs(*known));
+    }
+  }
+  return {};
 }
 
 void Names::AddPoint(const ControlPoint& point) {
@@ -101,6 +127,11 @@ std::string Names::NoResultAdvice(std::string_view text, const Field& wanted) co
   }
   return fmt::format("{} is {} result of an earlier step; wanted is: {}", Quoted(text),
                      HasSign(wanted) ? "no" : "neither a control point nor a", wanted.meaning);
+}
+
+std::string Names::WhatIs(const Known& known) {
+  return fmt::format("{} at {}", known.service == nullptr ? "known point" : "step",
+                     known.place.Text());
 }
 
 const Names::Known* Names::Find(std::string_view name) const {

@@ -19,7 +19,8 @@ std::optional<std::size_t> OnlyOutput(const Service& service, const Field& wante
 class Names {
  public:
   /// Why nothing can have this name, such as where it stands already; empty for a good one.
-  std::string NameTrouble(std::string_view name) const;
+  /// @param service  of the step that is to have it, whose results go by it; null for a point.
+  std::string NameTrouble(std::string_view name, const Service* service = nullptr) const;
 
   /// Makes a point known under its name, which is good.
   void AddPoint(const ControlPoint& point);
@@ -49,6 +50,9 @@ class Names {
     std::string_view name;
     std::optional<std::string_view> field;
   };
+  // Why a point and a result of a step would go by one name.
+  std::string ResultTrouble(std::string_view name, const Service* service) const;
+  static std::string WhatIs(const Known& known);
   const Known* Find(std::string_view name) const;
   StepField StepOf(std::string_view text) const;
 

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::array<std::string_view, 9> kKeys = {
     "point", "ha", "va", "slopeDist", "horizDist", "heightDiff", "th", "code", "face"};
+constexpr std::array<std::string_view, 1> kZeroes = {"th"};  // when absent
 
 std::optional<IntAngle> AngleAt(const InputReader& inputs, const TomlReader& at,
                                 std::string_view name) {
@@ -81,7 +82,7 @@ class SightList {
     }
     Sight sight;
     sight.name = input.text;
-    sight.code = at.Text("code");
+    sight.code = at.Line("code");
     sight.targetHeight = at.Number("th", 0.0);
     if (const auto trouble = TroubleOfLimit(kTargetHeight, sight.targetHeight); !trouble.empty()) {
       at.FailAt("th", trouble);
@@ -161,7 +162,7 @@ Input ReadSights(const InputReader& inputs, const TomlReader& at, const toml::no
   SightList list(inputs);
   if (node.is_string()) {
     const auto path = inputs.Folder() / at.TextOf(node, field.name);
-    for (const auto& [place, table] : ReadCsvTables(path, kKeys)) {
+    for (const auto& [place, table] : ReadCsvTables(path, kKeys, kZeroes)) {
       list.Add(TomlReader(table, place, "", nullptr));
     }
   } else if (!node.is_array()) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <variant>
 #include <vector>
 
 #include "base/plain_text.hpp"
@@ -35,6 +36,17 @@ std::vector<std::string_view> KnownRowKeys(const Service& service) {
   return known;
 }
 
+// What counts as 0 in a row without it.
+std::vector<std::string_view> ZeroKeys(const TomlReader& step, const Service& service) {
+  std::vector<std::string_view> keys;
+  for (const auto& field : service.inputs) {
+    if (ZeroWhenAbsent(field) && step.Find(field.name) == nullptr) {
+      keys.push_back(field.name);
+    }
+  }
+  return keys;
+}
+
 // Which keys a step can have depends on its service: a key that is nearly `service` is told here.
 const Service& ServiceOf(const TomlReader& step) {
   if (step.Find("service") == nullptr) {
@@ -48,24 +60,56 @@ const Service& ServiceOf(const TomlReader& step) {
   return *service;
 }
 
-bool Expects(const Step& step) { return !step.expected.empty(); }
+// What holds the expected angles, and what all the others.
+struct Tolerance {
+  std::string_view key;
+  bool forAngles;
+  const char* idle;      // it has none of its own to hold
+  const char* unjudged;  // it is needed as well
+};
+constexpr std::array kTolerances = {
+    Tolerance{"tolerance", false, "has only angles to hold; give angle-tolerance for them",
+              "more than angles is expected; give tolerance as well"},
+    Tolerance{"angle-tolerance", true, "has no angles to hold; what is expected takes tolerance",
+              "angles are expected; give angle-tolerance as well"},
+};
 
-// A limit that nothing is held to would pass for a check.
-void RefuseIdleTolerance(const TomlReader& reader, const Service& service, bool expects) {
-  for (const std::string_view key : {"tolerance", "angle-tolerance"}) {
-    if (!expects && reader.Owns(key) && !FindField(service.inputs, key)) {
-      reader.FailAt(key, "has nothing to hold; say with expect what the results should be");
+bool Expects(const Step& step, bool angles) {
+  return std::ranges::any_of(step.expected, [angles](const Expectation& expected) {
+    return std::holds_alternative<IntAngle>(expected.value) == angles;
+  });
+}
+
+// A limit that nothing is held to would pass for a check. One that the service takes is for more.
+void RefuseIdleTolerance(const TomlReader& reader, const Service& service,
+                         std::span<const Step> steps) {
+  const auto expect = [steps](bool angles) {
+    return std::ranges::any_of(steps, [angles](const Step& step) { return Expects(step, angles); });
+  };
+  for (const auto& tolerance : kTolerances) {
+    if (reader.Owns(tolerance.key) && !FindField(service.inputs, tolerance.key) &&
+        !expect(tolerance.forAngles)) {
+      reader.FailAt(tolerance.key,
+                    expect(!tolerance.forAngles)
+                        ? tolerance.idle
+                        : "has nothing to hold; say with expect what the results should be");
     }
   }
 }
 
-std::vector<bool> Given(const std::vector<Input>& inputs) {
-  std::vector<bool> given(inputs.size());
-  for (std::size_t i = 0; i < inputs.size(); ++i) {
-    given[i] = !inputs[i].text.empty();
+// So would an expected value without a limit, where others have one.
+void RefuseUnjudged(const TomlReader& reader, const Step& step) {
+  const auto given = [&](std::string_view key) { return reader.Find(key) != nullptr; };
+  for (const auto& tolerance : kTolerances) {
+    const auto& other = kTolerances.at(tolerance.forAngles ? 0 : 1);
+    if (!given(tolerance.key) && given(other.key) && !FindField(step.service->inputs, other.key) &&
+        Expects(step, tolerance.forAngles)) {
+      reader.FailAt("expect", tolerance.unjudged);
+    }
   }
-  return given;
 }
+
+bool IsWritten(const Input& input) { return !input.text.empty(); }
 
 }  // namespace
 
@@ -74,12 +118,13 @@ void StepReader::Read(const toml::table& table) {
   const TomlReader step(table, job_.file, LabelOf(table));
   const Service& service = ServiceOf(step);
   step.Only(KnownStepKeys(service));
+  shared_.clear();
   AddSteps(step, service, table, group);
   const auto added = std::span(job_.steps).subspan(group);
   if (added.empty()) {
     step.FailAt("each", "has no rows; give one at least");
   }
-  RefuseIdleTolerance(step, service, std::ranges::any_of(added, Expects));
+  RefuseIdleTolerance(step, service, added);
 }
 
 void StepReader::AddSteps(const TomlReader& step, const Service& service, const toml::table& table,
@@ -109,7 +154,8 @@ void StepReader::AddSteps(const TomlReader& step, const Service& service, const 
 void StepReader::AddFileRows(const TomlReader& step, const Service& service,
                              const std::string& file, std::size_t group) {
   const auto columns = KnownRowKeys(service);
-  for (const auto& [place, table] : ReadCsvTables(job_.FileNamed(file), columns)) {
+  const auto zeroes = ZeroKeys(step, service);
+  for (const auto& [place, table] : ReadCsvTables(job_.FileNamed(file), columns, zeroes)) {
     AddStep(TomlReader(table, place, LabelOf(table), &step), service, group);
   }
 }
@@ -118,11 +164,12 @@ void StepReader::AddStep(const TomlReader& reader, const Service& service, std::
   Step step;
   step.service = &service;
   step.group = group;
-  step.name = NameOf(reader);
+  step.name = NameOf(reader, service);
   step.note = reader.Text("note");
-  step.code = reader.Text("code");
+  step.code = reader.Line("code");
   ReadInputs(reader, step);
-  RefuseIdleTolerance(reader, service, Expects(step));
+  RefuseIdleTolerance(reader, service, {&step, 1});
+  RefuseUnjudged(reader, step);
   names_.AddStep(step.name, service, job_.steps.size(), reader.PlaceOfAll());
   job_.steps.push_back(std::move(step));
 }
@@ -130,18 +177,32 @@ void StepReader::AddStep(const TomlReader& reader, const Service& service, std::
 void StepReader::ReadInputs(const TomlReader& reader, Step& step) {
   const InputReader inputs(names_, job_.angles, std::filesystem::path(job_.file).parent_path());
   for (const auto& field : step.service->inputs) {
-    step.inputs.push_back(inputs.Read(reader, field));
+    step.inputs.push_back(ReadInput(inputs, reader, field));
     step.varies.push_back(reader.Owns(field.name));
-    if (field.kind == Kind::kSights) {
-      NoteSightFile(reader, field.name);
-    }
   }
-  if (const auto trouble = TroubleOfChoice(*step.service, Given(step.inputs))) {
+  if (const auto trouble = TroubleOfChoice(*step.service, Given(step.inputs, IsWritten))) {
     reader.Find(trouble->field) != nullptr ? reader.FailAt(trouble->field, trouble->advice)
                                            : reader.FailHere(trouble->field, trouble->advice);
   }
   inputs.ReadTolerances(reader, step);
   inputs.ReadExpectations(reader, step);
+}
+
+// What the step says for all its rows is read once: it may be a long file.
+Input StepReader::ReadInput(const InputReader& inputs, const TomlReader& reader,
+                            const Field& field) {
+  const auto read = shared_.find(field.name);
+  if (read != shared_.end() && !reader.Owns(field.name)) {
+    return read->second;
+  }
+  auto input = inputs.Read(reader, field);
+  if (field.kind == Kind::kSights) {
+    NoteSightFile(reader, field.name);
+  }
+  if (!reader.Owns(field.name)) {
+    shared_.emplace(field.name, input);
+  }
+  return input;
 }
 
 void StepReader::NoteSightFile(const TomlReader& reader, std::string_view field) {
@@ -158,11 +219,11 @@ std::string StepReader::LabelOf(const toml::table& table) const {
                          : fmt::format("step {}", job_.steps.size() + 1);
 }
 
-std::string StepReader::NameOf(const TomlReader& reader) const {
+std::string StepReader::NameOf(const TomlReader& reader, const Service& service) const {
   const auto* node = reader.Find("name");
   auto name = node != nullptr ? reader.TextOf(*node, "name")
                               : fmt::format("step {}", job_.steps.size() + 1);
-  if (const auto trouble = names_.NameTrouble(name); !trouble.empty()) {
+  if (const auto trouble = names_.NameTrouble(name, &service); !trouble.empty()) {
     node != nullptr ? reader.FailAt("name", trouble) : reader.FailHere("name", trouble);
   }
   return name;

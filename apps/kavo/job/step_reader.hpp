@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
+#include <string_view>
 
+#include "job/input_reader.hpp"
 #include "job/names.hpp"
 #include "job/toml_reader.hpp"
 
@@ -26,12 +29,14 @@ class StepReader {
                    std::size_t group);
   void AddStep(const TomlReader& reader, const Service& service, std::size_t group);
   void ReadInputs(const TomlReader& reader, Step& step);
+  Input ReadInput(const InputReader& inputs, const TomlReader& reader, const Field& field);
   void NoteSightFile(const TomlReader& reader, std::string_view field);
   std::string LabelOf(const toml::table& table) const;
-  std::string NameOf(const TomlReader& reader) const;
+  std::string NameOf(const TomlReader& reader, const Service& service) const;
 
   Job& job_;
   Names& names_;
+  std::map<std::string_view, Input> shared_;  // what rows of one step have from the step
 };
 
 }  // namespace kavo_app

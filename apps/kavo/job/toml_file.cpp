@@ -3,7 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,12 +71,23 @@ std::size_t LineBefore(const std::vector<std::string_view>& keys, std::size_t li
                               complaint));
 }
 
+// The whole file: the parser would seek, which it cannot in what is piped in.
+std::string ReadWhole(const std::filesystem::path& path) {
+  auto file = OpenInput(path, "a job file");
+  std::string text;
+  std::array<char, 65536> part{};
+  while (file) {
+    file.read(part.data(), part.size());
+    text.append(part.data(), static_cast<std::size_t>(file.gcount()));
+  }
+  RefuseCutShort(file, {path.string(), 0});
+  return text;
+}
+
 }  // namespace
 
 toml::table ReadToml(const std::filesystem::path& path) {
-  auto file = OpenInput(path, "a job file");
-  // Read whole first: the parser would seek, which it cannot in what is piped in.
-  const std::string text(std::istreambuf_iterator<char>(file), {});
+  const auto text = ReadWhole(path);
   try {
     return toml::parse(text, path.string());
   } catch (const toml::parse_error& error) {

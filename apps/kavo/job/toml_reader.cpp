@@ -25,7 +25,20 @@ const toml::node& TomlReader::Required(std::string_view key, std::string_view me
 
 std::string TomlReader::Text(std::string_view key) const {
   const auto* node = Find(key);
-  return node == nullptr ? std::string() : TextOf(*node, key);
+  auto text = node == nullptr ? std::string() : TextOf(*node, key);
+  if (std::ranges::any_of(text, [](char c) { return c != '\n' && IsControl(c); })) {
+    FailAt(key, "has control characters other than line feeds; leave them out");
+  }
+  return text;
+}
+
+std::string TomlReader::Line(std::string_view key) const {
+  const auto* node = Find(key);
+  auto text = node == nullptr ? std::string() : TextOf(*node, key);
+  if (std::ranges::any_of(text, IsControl)) {
+    FailAt(key, "is one line of text, without control characters");
+  }
+  return text;
 }
 
 bool TomlReader::Flag(std::string_view key) const {
@@ -96,6 +109,17 @@ TomlReader TomlReader::Inner(const toml::table& table, std::string_view field) c
   TomlReader inner(table, file_, Labelled(field));
   inner.row_ = row_;
   return inner;
+}
+
+TomlReader TomlReader::Merged(std::string_view key, std::span<const std::string_view> known) const {
+  auto merged = Inner(TableOf(*Find(key), key), key);
+  merged.Only(known);
+  if (const auto* replaced = Replaced(key)) {
+    const auto& below = TableOf(*replaced, key);
+    Inner(below, key).Only(known);
+    merged.fallback_ = &below;
+  }
+  return merged;
 }
 
 void TomlReader::Only(std::span<const std::string_view> known) const {

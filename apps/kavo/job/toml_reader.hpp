@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/user_error.hpp"
 
@@ -36,13 +37,19 @@ class TomlReader {
   const toml::node* Find(std::string_view key) const;
   /// True when the table itself has the key, not the fallback.
   bool Owns(std::string_view key) const { return table_.contains(key); }
+  /// What the table's own node under a key stands in place of: the fallback's; null for none.
+  const toml::node* Replaced(std::string_view key) const {
+    return Owns(key) && fallback_ != nullptr ? fallback_->get(key) : nullptr;
+  }
 
   /// The node under a key, which must be there.
   /// @param meaning  what to tell when it is missing.
   const toml::node& Required(std::string_view key, std::string_view meaning) const;
 
-  /// The text under a key; empty when absent.
+  /// The text under a key, which may have several lines; empty when absent.
   std::string Text(std::string_view key) const;
+  /// The text of one line under a key; empty when absent.
+  std::string Line(std::string_view key) const;
   /// True or false under a key; false when absent.
   bool Flag(std::string_view key) const;
   /// The finite number under a key; `absent` when absent.
@@ -55,6 +62,11 @@ class TomlReader {
 
   /// A reader of a table within this one.
   TomlReader Inner(const toml::table& table, std::string_view field) const;
+
+  /// The same of the table under a key that is there, whose keys come before those of the one under
+  /// that key of the fallback.
+  /// @param known  the keys that either can have.
+  TomlReader Merged(std::string_view key, std::span<const std::string_view> known) const;
 
   /// Refuses every key that is not among the known ones.
   void Only(std::span<const std::string_view> known) const;

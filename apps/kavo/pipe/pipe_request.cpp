@@ -90,12 +90,6 @@ class CallKeys {
   std::size_t count_ = 0;
 };
 
-std::vector<bool> Given(const std::vector<Value>& inputs) {
-  std::vector<bool> given(inputs.size());
-  std::transform(inputs.begin(), inputs.end(), given.begin(), Available);
-  return given;
-}
-
 std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, AngleUnit angles) {
   std::vector<Value> inputs;
   inputs.reserve(service.inputs.size());
@@ -112,7 +106,7 @@ std::vector<Value> InputsOf(const JsonFields& fields, const Service& service, An
     }
     inputs.emplace_back();
   }
-  if (const auto trouble = TroubleOfChoice(service, Given(inputs))) {
+  if (const auto trouble = TroubleOfChoice(service, Given(inputs, Available))) {
     fields.PlaceOf(trouble->field).Fail(trouble->advice);
   }
   return inputs;
@@ -150,7 +144,6 @@ AngleUnit AnglesOf(const JsonFields& fields) {
   return *unit;
 }
 
-// So do settings.
 InstrumentSettings SettingsOf(const JsonFields& fields) {
   const auto* node = fields.Find("settings");
   if (node == nullptr) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/number_text.hpp"
+#include "job/field_rules.hpp"
 #include "service/service_rows.hpp"
 
 namespace kavo_app {
@@ -18,7 +19,7 @@ bool HeadedByName(const Service& service, std::size_t output) {
 
 void AddPoint(const Service& service, std::size_t output, std::vector<ResultNumber>& numbers) {
   const Field& field = service.outputs[output];
-  for (const auto component : kComponents) {
+  for (const auto component : kPointKeys) {
     auto heading = HeadedByName(service, output) ? fmt::format("{} {}", field.name, component)
                                                  : std::string(component);
     numbers.push_back({output, component, std::move(heading), UnitOf(field)});

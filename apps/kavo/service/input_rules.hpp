@@ -1,6 +1,7 @@
 // What can be told of the inputs of a call before it is made, from the table of services alone.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,6 +16,14 @@ struct InputTrouble {
   std::string advice;
 };
 
+/// For each input whether it is there.
+template <class Input>
+std::vector<bool> Given(const std::vector<Input>& inputs, bool (*isThere)(const Input&)) {
+  std::vector<bool> given(inputs.size());
+  std::transform(inputs.begin(), inputs.end(), given.begin(), isThere);
+  return given;
+}
+
 /// What is missing or too much among the inputs; nothing when they can be called with.
 /// @param given  for each input of the service whether it is there.
 std::optional<InputTrouble> TroubleOfChoice(const Service& service, const std::vector<bool>& given);
@@ -28,6 +37,9 @@ std::string TroubleOfLimit(const Field& field, std::optional<double> measure);
 
 /// The same for all inputs of a call, with the field's name before it.
 std::string TroubleOfLimits(const Service& service, const std::vector<Value>& inputs);
+
+/// True for what counts as 0 when it is not given.
+bool ZeroWhenAbsent(const Field& field);
 
 /// What else an input needs, "tolerance" or "slopeDist or horizDist", one for each rule.
 std::vector<std::string> NeedsOf(const Service& service, const Field& field);
