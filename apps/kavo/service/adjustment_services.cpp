@@ -114,7 +114,7 @@ Answer Resect(const Inputs& in) {
   const int observations = CountObservations(sights);
   const bool redundant = observations > kUnknowns;
   return {status,
-          {OrNothing(out.station), Wrapped(out.orient), CheckWhere(redundant, out.sdNorth),
+          {OrNothing(out.station), AdjustedOrient(out.orient), CheckWhere(redundant, out.sdNorth),
            CheckWhere(redundant, out.sdEast), CheckWhere(HasElev(out.station), out.elevSpread),
            ResidualsOf(sights, out.station, residuals)},
           Joined(RedundancyNote(observations), FaceNote(sights))};
@@ -167,11 +167,11 @@ Answer KnownLine(const Inputs& in) {
     out.station.flags = COORD_HAS_NE;
   }
   const bool elevs = HasElev(sight1.point) && HasElev(sight2.point);
-  return {
-      status,
-      {OrNothing(out.station), Wrapped(out.orient), CheckWhere(fromPoints, residuals[0].distResid),
-       CheckWhere(fromPoints && elevs, out.elevSpread)},
-      FaceNote(sights)};
+  return {status,
+          {OrNothing(out.station), AdjustedOrient(out.orient),
+           CheckWhere(fromPoints, residuals[0].distResid),
+           CheckWhere(fromPoints && elevs, out.elevSpread)},
+          FaceNote(sights)};
 }
 
 constexpr std::array kServices = {

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
+#include "host/instrument.hpp"
 #include "service/arc_truth.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
@@ -146,8 +147,9 @@ std::string NoteOnArc(const Inputs& arc, const CoordPt& point, const RefLineResu
   constexpr double kTruncation = 1e-6;
   RefArcParams params{};
   KavoREFGetArcParams(&params);
-  const auto truth = TrueArcPosition(
-      {arc.Point("start"), params.startDir, params.radius, params.arcLength}, point);
+  const auto truth = TrueArcPosition({arc.Point("start"), Referred(Instrument(), params.startDir),
+                                      params.radius, params.arcLength},
+                                     point);
   const double bound = kMillimetre + kTruncation * std::fabs(params.radius);
   if (std::hypot(truth.along - out.along, truth.offset - out.offset) <= bound) {
     return {};

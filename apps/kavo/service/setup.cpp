@@ -1,10 +1,14 @@
 #include "service/setup.hpp"
 
+#include "host/instrument.hpp"
+
 namespace kavo_app {
 
 double HeightTerm(const Sight& sight, const Inputs& in) {
   return sight.targetHeight - in.Number("ih", 0.0);
 }
+
+Value AdjustedOrient(IntAngle orient) { return Referred(Instrument(), Wrapped(orient)); }
 
 std::string FaceNote(const std::vector<Sight>& sights) {
   std::string names;

@@ -18,6 +18,10 @@ inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the ci
 /// Metres to add to a sighted point's elevation to come to the station's ground mark.
 double HeightTerm(const Sight& sight, const Inputs& in);
 
+/// The orientation from an adjustment, which counts it from north whatever the instrument is set
+/// to, as azimuths are counted: what the instrument has itself oriented comes so from the library.
+Value AdjustedOrient(IntAngle orient);
+
 /// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
 /// Empty when there are none.
 std::string FaceNote(const std::vector<Sight>& sights);
