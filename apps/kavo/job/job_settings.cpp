@@ -6,6 +6,7 @@
 #include <array>
 
 #include "job/field_rules.hpp"
+#include "service/corrections.hpp"
 
 namespace kavo_app {
 namespace {
@@ -34,9 +35,11 @@ std::int16_t RefractionIndex(const TomlReader& settings) {
 }
 
 double ScaleFactor(const TomlReader& settings) {
+  constexpr double kLeast = 0.9;
+  constexpr double kGreatest = 1.1;
   const auto factor = settings.Number("scale-factor", 1.0);
-  if (factor <= 0.0) {
-    settings.FailAt("scale-factor", "write a factor above 0, such as 0.9996");
+  if (factor < kLeast || factor > kGreatest) {
+    settings.FailAt("scale-factor", "must be 0.9 to 1.1; write a factor such as 0.9996");
   }
   return factor;
 }
@@ -46,6 +49,22 @@ void RefuseIdle(const TomlReader& settings, std::string_view value, std::string_
   if (settings.Find(value) != nullptr && settings.Find(correction) == nullptr) {
     settings.FailAt(value, fmt::format("has no effect without {} = true", correction));
   }
+}
+
+// A setting that only some services heed.
+struct Effect {
+  std::string_view key;
+  bool on;
+  SettingSet heeds;
+  std::string_view effect;
+};
+
+std::array<Effect, 4> EffectsOf(const InstrumentSettings& set) {
+  constexpr std::string_view kCorrected = "it corrects only elevations from zenith readings";
+  return {{{"curvature-refraction", set.curvatureRefraction, kHeedsCorrections, kCorrected},
+           {"sea-level", set.seaLevel, kHeedsCorrections, kCorrected},
+           {"scale-factor", set.scaleFactor != 1.0, kHeedsCorrections, kCorrected},
+           {"face", set.face2, kHeedsFace, "it changes only the readings to aim at a point"}}};
 }
 
 }  // namespace
@@ -74,6 +93,17 @@ void ReadSettings(const TomlReader& top, Job& job) {
         job.settingTexts.push_back(fmt::format("{} {}", name, *setting));
       }
     });
+  }
+}
+
+void RefuseIdleSettings(const TomlReader& top, const InstrumentSettings& set, SettingSet heeded,
+                        std::string_view calls) {
+  for (const auto& row : EffectsOf(set)) {
+    if (row.on && (heeded & row.heeds) == 0) {
+      const auto settings = top.Inner(top.TableOf(*top.Find("settings"), "settings"), "settings");
+      settings.FailAt(row.key, fmt::format("has no effect on {}: {}, in {}; leave it out", calls,
+                                           row.effect, ServicesThatHeed(row.heeds)));
+    }
   }
 }
 

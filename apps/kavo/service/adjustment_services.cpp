@@ -176,9 +176,9 @@ Answer KnownLine(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"resect", "KavoSTNMultiResect", "station by least squares from any number of points",
-            kResectIn, kResectOut, kResectStatus, Resect},
+            kResectIn, kResectOut, kResectStatus, Resect, kHeedsCorrections | kTakenAsMeasured},
     Service{"known-line", "KavoSTNKnownLine", "station from a known point and a known line",
-            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine},
+            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine, kTakenAsMeasured},
 };
 
 }  // namespace

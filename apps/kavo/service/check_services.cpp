@@ -214,7 +214,7 @@ constexpr std::array kServices = {
             kCheckOut, kCheckStatus, Check},
     Service{"backsight", "KavoCogoCoordToAngDist",
             "sight to a known point from an oriented station", kBacksightIn, kBacksightOut,
-            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules},
+            kBacksightStatus, Backsight, kTakenAsMeasured, kKeepsDigits, kBacksightRules},
     Service{"face-check", "kavo", "the instrument's errors from sights on both faces", kFacesIn,
             kFacesOut, kFacesStatus, FaceCheck},
 };

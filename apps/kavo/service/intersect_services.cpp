@@ -84,10 +84,10 @@ Answer CrossCircles(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"intersect-lines", "KavoCogoCalcCrossLine", "point where two lines meet", kCrossLinesIn,
-            kPointOut, kCrossLinesStatus, CrossLines, kLosesDigits},
+            kPointOut, kCrossLinesStatus, CrossLines, kHeedsNone, kLosesDigits},
     Service{"intersect-line-circle", "KavoCogoCalcCrossLineCircle",
             "points where a line meets a circle", kCrossLineCircleIn, kCrossLineCircleOut,
-            kCrossLineCircleStatus, CrossLineCircle, kLosesDigits},
+            kCrossLineCircleStatus, CrossLineCircle, kHeedsNone, kLosesDigits},
     Service{"intersect-circles", "KavoCogoCalcCrossCircle", "points where two circles meet",
             kCrossCirclesIn, kCrossCirclesOut, kCrossCirclesStatus, CrossCircles},
 };

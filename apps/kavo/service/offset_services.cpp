@@ -206,13 +206,13 @@ Answer Column(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"corner-by-wall", "KavoCalcOfsCorner3Pt", "hidden corner of two walls at right angles",
-            kCorner3In, kOffsetOut, kCorner3Status, Corner3},
+            kCorner3In, kOffsetOut, kCorner3Status, Corner3, kHeedsFace},
     Service{"corner-by-walls", "KavoCalcOfsCorner4Pt", "hidden corner of two walls", kCorner4In,
-            kOffsetOut, kCorner4Status, Corner4},
+            kOffsetOut, kCorner4Status, Corner4, kHeedsFace},
     Service{"point-on-edge", "KavoCalcOfsLineHA", "sighted point on an inclined edge", kEdgeIn,
-            kOffsetOut, kEdgeStatus, PointOnEdge},
+            kOffsetOut, kEdgeStatus, PointOnEdge, kHeedsFace | kTakenAsMeasured},
     Service{"column", "KavoCalcOfsCircle", "centre and radius of a round column", kColumnIn,
-            kColumnOut, kColumnStatus, Column},
+            kColumnOut, kColumnStatus, Column, kHeedsFace | kTakenAsMeasured},
 };
 
 }  // namespace

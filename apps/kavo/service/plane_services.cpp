@@ -138,11 +138,11 @@ constexpr std::array kServices = {
     Service{"wall-set", "KavoREFSet2PtBasePlane", "vertical plane through two points", kWallSetIn,
             kWallSetOut, kWallSetStatus, WallSet},
     Service{"wall-point", "KavoREFCalc2PtPlane", "sight intersected with a vertical plane",
-            kWallPointIn, kWallPointOut, kWallPointStatus, WallPoint},
+            kWallPointIn, kWallPointOut, kWallPointStatus, WallPoint, kTakenAsMeasured},
     Service{"plane-set", "KavoREFSet3PtBasePlane", "plane through three points, or vertical by two",
             kPlaneSetIn, kPlaneSetOut, kPlaneSetStatus, PlaneSet},
     Service{"plane-point", "KavoREFCalc3PtPlane", "sight intersected with a plane", kPlanePointIn,
-            kPlanePointOut, kPlanePointStatus, PlanePoint},
+            kPlanePointOut, kPlanePointStatus, PlanePoint, kTakenAsMeasured},
 };
 
 }  // namespace

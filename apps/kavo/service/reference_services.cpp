@@ -178,7 +178,7 @@ constexpr std::array kServices = {
     Service{"line-point", "KavoREFCalc", "point against a reference line", kLinePointIn,
             kLinePointOut, kLinePointStatus, LinePoint},
     Service{"arc-by-tangents", "KavoREFSetArcByCoord", "reference arc by its ends and tangents",
-            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kLosesDigits},
+            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kHeedsNone, kLosesDigits},
     Service{"arc-by-angle", "KavoREFSetArcByRadiusHAngle",
             "reference arc by start, radius and end tangent", kArcByAngleIn, kArcOut,
             kArcByAngleStatus, ArcSet},
@@ -186,7 +186,7 @@ constexpr std::array kServices = {
             "reference arc by start, radius and length", kArcByLengthIn, kArcOut,
             kArcByLengthStatus, ArcSet},
     Service{"arc-point", "KavoREFCalcArc", "point against a reference arc", kArcPointIn,
-            kArcPointOut, kArcPointStatus, ArcPoint, kLosesDigits},
+            kArcPointOut, kArcPointStatus, ArcPoint, kHeedsNone, kLosesDigits},
 };
 
 }  // namespace

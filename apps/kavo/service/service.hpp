@@ -111,6 +111,17 @@ struct Answer {
 /// The first two fields of a StatusRow from the constant, so that its name is written once.
 #define KAVO_STATUS(constant) (constant), #constant
 
+/// How the instrument's settings bear on a service, beside that its azimuths count as they say.
+using SettingSet = unsigned;
+inline constexpr SettingSet kHeedsNone = 0;
+/// Scale factor, sea level, curvature and refraction change the elevation that it finds from zenith
+/// readings alone.
+inline constexpr SettingSet kHeedsCorrections = 1U << 0U;
+/// The face changes the readings that it gives.
+inline constexpr SettingSet kHeedsFace = 1U << 1U;
+/// A distance or a height that is measured goes into what it gives, and none of them corrects it.
+inline constexpr SettingSet kTakenAsMeasured = 1U << 2U;
+
 /// One service: a row of the table.
 struct Service {
   std::string_view name;
@@ -120,6 +131,7 @@ struct Service {
   std::span<const Field> outputs;
   std::span<const StatusRow> statuses;
   Answer (*call)(const Inputs& in);
+  SettingSet settings = kHeedsNone;
   /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
   bool losesDigits = false;
   std::span<const Rule> rules{};

@@ -9,6 +9,7 @@
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "base/plain_text.hpp"
+#include "service/corrections.hpp"
 
 namespace kavo_app {
 namespace {
@@ -156,6 +157,9 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
   Answer answer = service.call(in);
   if (service.doubt != nullptr && Succeeded(service, answer)) {
     answer.warning = service.doubt(in);
+  }
+  if (Succeeded(service, answer)) {
+    answer.warning = Joined(answer.warning, UncorrectedWarning(service, in));
   }
   if (!service.losesDigits) {
     return answer;
