@@ -51,6 +51,17 @@ void RefuseIdle(const TomlReader& settings, std::string_view value, std::string_
   }
 }
 
+// At sea level itself the correction would be none.
+void ReadSeaLevel(const TomlReader& settings, InstrumentSettings& out) {
+  RefuseIdle(settings, "site-elevation", "sea-level");
+  out.seaLevel = settings.Flag("sea-level");
+  if (out.seaLevel && settings.Find("site-elevation") == nullptr) {
+    settings.FailAt("sea-level",
+                    "needs site-elevation as well: the site's mean elevation in metres");
+  }
+  out.siteElev = settings.Number("site-elevation", 0.0);
+}
+
 // A setting that only some services heed.
 struct Effect {
   std::string_view key;
@@ -78,12 +89,10 @@ void ReadSettings(const TomlReader& top, Job& job) {
   const auto settings = top.Inner(table, "settings");
   settings.Only(kKeys);
   RefuseIdle(settings, "refraction", "curvature-refraction");
-  RefuseIdle(settings, "site-elevation", "sea-level");
   job.settings.azimuthFromSouth = AzimuthFromSouth(settings);
   job.settings.curvatureRefraction = settings.Flag("curvature-refraction");
   job.settings.refractionIndex = RefractionIndex(settings);
-  job.settings.seaLevel = settings.Flag("sea-level");
-  job.settings.siteElev = settings.Number("site-elevation", 0.0);
+  ReadSeaLevel(settings, job.settings);
   job.settings.scaleFactor = ScaleFactor(settings);
   job.settings.face2 = ReadFace2(settings);
   for (const auto& [key, value] : table) {
