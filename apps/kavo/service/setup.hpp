@@ -19,7 +19,7 @@ inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the ci
 double HeightTerm(const Sight& sight, const Inputs& in);
 
 /// The orientation from an adjustment, which counts it from north whatever the instrument is set
-/// to, as azimuths are counted: what the instrument has itself oriented comes so from the library.
+/// to, as azimuths are counted. The resections in closed form hand theirs out so themselves.
 Value AdjustedOrient(IntAngle orient);
 
 /// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
