@@ -109,7 +109,7 @@ class JobReader {
   void RefuseIdle() {
     SettingSet heeded = kHeedsNone;
     for (const auto& step : job_.steps) {
-      heeded |= step.service->settings;
+      heeded = heeded | step.service->settings;
     }
     RefuseIdleSettings(top_, job_.settings, heeded, "the steps of this job");
   }

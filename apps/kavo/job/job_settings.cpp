@@ -108,7 +108,7 @@ void ReadSettings(const TomlReader& top, Job& job) {
 void RefuseIdleSettings(const TomlReader& top, const InstrumentSettings& set, SettingSet heeded,
                         std::string_view calls) {
   for (const auto& row : EffectsOf(set)) {
-    if (row.on && (heeded & row.heeds) == 0) {
+    if (row.on && !Share(heeded, row.heeds)) {
       const auto settings = top.Inner(top.TableOf(*top.Find("settings"), "settings"), "settings");
       settings.FailAt(row.key, fmt::format("has no effect on {}: {}, in {}; leave it out", calls,
                                            row.effect, ServicesThatHeed(row.heeds)));

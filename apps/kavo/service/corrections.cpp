@@ -63,7 +63,7 @@ std::string Idle(const InstrumentSettings& set, bool distances, bool heights) {
 std::string ServicesThatHeed(SettingSet settings) {
   std::vector<std::string_view> names;
   for (const auto& service : Services()) {
-    if ((service.settings & settings) != 0) {
+    if (Share(service.settings, settings)) {
       names.push_back(service.name);
     }
   }
@@ -72,7 +72,7 @@ std::string ServicesThatHeed(SettingSet settings) {
 
 std::string UncorrectedWarning(const Service& service, const Inputs& in) {
   const auto& set = Instrument();
-  const bool measures = (service.settings & kTakenAsMeasured) != 0;
+  const bool measures = Share(service.settings, kTakenAsMeasured);
   const bool distances = measures && (set.scaleFactor != 1.0 || set.seaLevel) && GivesDistance(in);
   const bool heights = measures && set.curvatureRefraction && GivesHeight(in);
   if (!distances && !heights) {
