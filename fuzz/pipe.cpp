@@ -12,7 +12,7 @@ using namespace kavo_app;
 constexpr std::string_view kOther =
     R"({"service":"line-point","point":{"north":1,"east":2},"angles":"gon",)"
     R"("set":{"service":"line-set","from":{"north":0,"east":0},"to":{"north":9,"east":0}},)"
-    R"("settings":{"azimuth-from":"south","scale-factor":0.9996}})";
+    R"("settings":{"azimuth-from":"south"}})";
 
 std::string AnswerTo(LineAnswerer& answerer, std::string_view line) {
   std::string answer;

@@ -41,7 +41,8 @@ constexpr bool HasPosition(const CoordPt& point) { return (point.flags & COORD_H
 constexpr bool HasElev(const CoordPt& point) { return (point.flags & COORD_HAS_ELEV) != 0; }
 
 /// Whether a point lies behind a sight in plan, which meets it only when it is drawn backwards.
-/// @param azimuth, va  of the sight, of either face.
+/// @param azimuth  of the sight, from north.
+/// @param va       of the sight, of either face.
 inline bool IsBehind(const CoordPt& station, IntAngle azimuth, IntAngle va, const CoordPt& point) {
   const double ahead = std::cos(Radians(azimuth)) * (point.north - station.north) +
                        std::sin(Radians(azimuth)) * (point.east - station.east);

@@ -15,6 +15,8 @@ bool isSetUp = false;
 
 void SetInstrument(const InstrumentSettings& settings) { instrument = settings; }
 
+const InstrumentSettings& Instrument() { return instrument; }
+
 void SetUpInstrument(const InstrumentSetup& newSetup) {
   setup = newSetup;
   isSetUp = true;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "base/geometry.hpp"
 #include "kavostdlib.h"
 
 namespace kavo_app {
@@ -19,6 +20,12 @@ struct InstrumentSettings {
   bool face2 = false;
 };
 
+/// An azimuth from north as the settings have azimuths counted, or one of theirs as it is from
+/// north: half a circle either way, when they count from south.
+constexpr IntAngle Referred(const InstrumentSettings& settings, IntAngle azimuth) {
+  return settings.azimuthFromSouth ? Wrapped(Wrapped(azimuth) + ANGLE_HALF_CIRCLE) : azimuth;
+}
+
 /// The station that the instrument stands on while a step is computed.
 struct InstrumentSetup {
   CoordPt station{};    ///< Needs a position; the elevation of a station without one counts as 0.
@@ -31,5 +38,8 @@ void SetUpInstrument(const InstrumentSetup& setup);
 
 /// Sets the instrument that answers the library in this process.
 void SetInstrument(const InstrumentSettings& settings);
+
+/// What it is set to.
+const InstrumentSettings& Instrument();
 
 }  // namespace kavo_app

@@ -46,6 +46,7 @@ class JobReader {
     ReadPoints();
     ReadControl();
     ReadSteps();
+    RefuseIdle();
     return std::move(job_);
   }
 
@@ -103,6 +104,14 @@ class JobReader {
     if (job_.steps.empty()) {
       top_.FailMissing("step", std::string(kRule));
     }
+  }
+
+  void RefuseIdle() {
+    SettingSet heeded = kHeedsNone;
+    for (const auto& step : job_.steps) {
+      heeded = heeded | step.service->settings;
+    }
+    RefuseIdleSettings(top_, job_.settings, heeded, "the steps of this job");
   }
 
   std::filesystem::path path_;

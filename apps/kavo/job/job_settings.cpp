@@ -6,6 +6,7 @@
 #include <array>
 
 #include "job/field_rules.hpp"
+#include "service/corrections.hpp"
 
 namespace kavo_app {
 namespace {
@@ -34,9 +35,11 @@ std::int16_t RefractionIndex(const TomlReader& settings) {
 }
 
 double ScaleFactor(const TomlReader& settings) {
+  constexpr double kLeast = 0.9;
+  constexpr double kGreatest = 1.1;
   const auto factor = settings.Number("scale-factor", 1.0);
-  if (factor <= 0.0) {
-    settings.FailAt("scale-factor", "write a factor above 0, such as 0.9996");
+  if (factor < kLeast || factor > kGreatest) {
+    settings.FailAt("scale-factor", "must be 0.9 to 1.1; write a factor such as 0.9996");
   }
   return factor;
 }
@@ -46,6 +49,33 @@ void RefuseIdle(const TomlReader& settings, std::string_view value, std::string_
   if (settings.Find(value) != nullptr && settings.Find(correction) == nullptr) {
     settings.FailAt(value, fmt::format("has no effect without {} = true", correction));
   }
+}
+
+// At sea level itself the correction would be none.
+void ReadSeaLevel(const TomlReader& settings, InstrumentSettings& out) {
+  RefuseIdle(settings, "site-elevation", "sea-level");
+  out.seaLevel = settings.Flag("sea-level");
+  if (out.seaLevel && settings.Find("site-elevation") == nullptr) {
+    settings.FailAt("sea-level",
+                    "needs site-elevation as well: the site's mean elevation in metres");
+  }
+  out.siteElev = settings.Number("site-elevation", 0.0);
+}
+
+// A setting that only some services heed.
+struct Effect {
+  std::string_view key;
+  bool on;
+  SettingSet heeds;
+  std::string_view effect;
+};
+
+std::array<Effect, 4> EffectsOf(const InstrumentSettings& set) {
+  constexpr std::string_view kCorrected = "it corrects only elevations from zenith readings";
+  return {{{"curvature-refraction", set.curvatureRefraction, kHeedsCorrections, kCorrected},
+           {"sea-level", set.seaLevel, kHeedsCorrections, kCorrected},
+           {"scale-factor", set.scaleFactor != 1.0, kHeedsCorrections, kCorrected},
+           {"face", set.face2, kHeedsFace, "it changes only the readings to aim at a point"}}};
 }
 
 }  // namespace
@@ -59,12 +89,10 @@ void ReadSettings(const TomlReader& top, Job& job) {
   const auto settings = top.Inner(table, "settings");
   settings.Only(kKeys);
   RefuseIdle(settings, "refraction", "curvature-refraction");
-  RefuseIdle(settings, "site-elevation", "sea-level");
   job.settings.azimuthFromSouth = AzimuthFromSouth(settings);
   job.settings.curvatureRefraction = settings.Flag("curvature-refraction");
   job.settings.refractionIndex = RefractionIndex(settings);
-  job.settings.seaLevel = settings.Flag("sea-level");
-  job.settings.siteElev = settings.Number("site-elevation", 0.0);
+  ReadSeaLevel(settings, job.settings);
   job.settings.scaleFactor = ScaleFactor(settings);
   job.settings.face2 = ReadFace2(settings);
   for (const auto& [key, value] : table) {
@@ -74,6 +102,17 @@ void ReadSettings(const TomlReader& top, Job& job) {
         job.settingTexts.push_back(fmt::format("{} {}", name, *setting));
       }
     });
+  }
+}
+
+void RefuseIdleSettings(const TomlReader& top, const InstrumentSettings& set, SettingSet heeded,
+                        std::string_view calls) {
+  for (const auto& row : EffectsOf(set)) {
+    if (row.on && !Share(heeded, row.heeds)) {
+      const auto settings = top.Inner(top.TableOf(*top.Find("settings"), "settings"), "settings");
+      settings.FailAt(row.key, fmt::format("has no effect on {}: {}, in {}; leave it out", calls,
+                                           row.effect, ServicesThatHeed(row.heeds)));
+    }
   }
 }
 

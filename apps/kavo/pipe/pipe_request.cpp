@@ -144,7 +144,7 @@ AngleUnit AnglesOf(const JsonFields& fields) {
   return *unit;
 }
 
-InstrumentSettings SettingsOf(const JsonFields& fields) {
+InstrumentSettings SettingsOf(const JsonFields& fields, const Service& service) {
   const auto* node = fields.Find("settings");
   if (node == nullptr) {
     return {};
@@ -152,7 +152,9 @@ InstrumentSettings SettingsOf(const JsonFields& fields) {
   const auto place = fields.PlaceOf("settings");
   const toml::table top{{"settings", TomlOf(JsonObject(*node, place), place)}};
   Job job;
-  ReadSettings(TomlReader(top, "", ""), job);
+  const TomlReader reader(top, "", "");
+  ReadSettings(reader, job);
+  RefuseIdleSettings(reader, job.settings, service.settings, "this request");
   return job.settings;
 }
 
@@ -191,7 +193,7 @@ Request RequestReader::Read(std::string_view line, std::string& id) {
   const CallKeys keys(kRequestKeys, *request.service);
   const JsonFields fields(object, place, keys.All());
   request.angles = AnglesOf(fields);
-  request.settings = SettingsOf(fields);
+  request.settings = SettingsOf(fields, *request.service);
   request.inputs = InputsOf(fields, *request.service, request.angles);
   if (const auto* base = BaseInput(*request.service)) {
     ReadSet(fields, *base, request);

@@ -35,7 +35,7 @@ Column ResultColumn(const ResultNumber& number, std::span<const Field> inputs) {
 class StepTable {
  public:
   StepTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit)
-      : steps_(steps), outcomes_(outcomes), unit_(unit) {
+      : steps_(steps), outcomes_(outcomes), unit_(unit), commonWarning_(CommonWarning(outcomes)) {
     const auto& note = steps.front().note;
     if (std::ranges::all_of(steps, [&note](const Step& step) { return step.note == note; })) {
       commonNote_ = note;
@@ -49,6 +49,9 @@ class StepTable {
       page.Folded("  ", commonNote_);
     }
     PrintInputs(steps_.front(), isColumn_, page);
+    if (!commonWarning_.empty()) {
+      page.Item("warning", commonWarning_);
+    }
     TextTable table(TableColumns());
     for (std::size_t i = 0; i < steps_.size(); ++i) {
       table.AddRow(Row(steps_[i], outcomes_[i]));
@@ -139,12 +142,14 @@ class StepTable {
           std::string_view(outcome.note), commonNote_.empty() ? std::string_view(step.note) : ""}) {
       remarks += (remarks.empty() || remark.empty() ? "" : ", ") + std::string(remark);
     }
-    return Joined(remarks, outcome.warning.empty() ? "" : "warning: " + outcome.warning);
+    const bool told = outcome.warning.empty() || !commonWarning_.empty();
+    return Joined(remarks, told ? "" : "warning: " + outcome.warning);
   }
 
   std::span<const Step> steps_;
   std::span<const Outcome> outcomes_;
   AngleUnit unit_;
+  std::string_view commonWarning_;
   std::string commonNote_;
   std::vector<bool> isColumn_;  // for each input
   std::vector<ResultNumber> results_;
@@ -152,6 +157,12 @@ class StepTable {
 };
 
 }  // namespace
+
+std::string_view CommonWarning(std::span<const Outcome> outcomes) {
+  const std::string_view first = outcomes.front().warning;
+  const auto differs = [first](const Outcome& outcome) { return outcome.warning != first; };
+  return std::ranges::any_of(outcomes, differs) ? "" : first;
+}
 
 void PrintTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit,
                 TextPage& page) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "base/angle_text.hpp"
 #include "job/run.hpp"
@@ -14,5 +15,9 @@ namespace kavo_app {
 /// @param steps, outcomes  as many of each, of one service.
 void PrintTable(std::span<const Step> steps, std::span<const Outcome> outcomes, AngleUnit unit,
                 TextPage& page);
+
+/// The warning that all rows of a table have, which stands once above it; empty when they do not
+/// agree.
+std::string_view CommonWarning(std::span<const Outcome> outcomes);
 
 }  // namespace kavo_app

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/geometry.hpp"
+#include "host/instrument.hpp"
 #include "scene/plan_shapes.hpp"
 
 namespace kavo_app {
@@ -54,8 +55,9 @@ struct ArcShape {
 };
 
 ArcShape ArcOf(const StepView& arc) {
-  return {*arc.Find<CoordPt>("start"), Radians(std::get<IntAngle>(*arc.Out("startDir"))),
-          std::get<double>(*arc.Out("radius")), std::get<double>(*arc.Out("arcLength"))};
+  const auto startDir = Referred(arc.Settings(), std::get<IntAngle>(*arc.Out("startDir")));
+  return {*arc.Find<CoordPt>("start"), Radians(startDir), std::get<double>(*arc.Out("radius")),
+          std::get<double>(*arc.Out("arcLength"))};
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ class StepView {
 
   const Step& GetStep() const { return job_.steps[index_]; }
   std::size_t Index() const { return index_; }
+  const InstrumentSettings& Settings() const { return job_.settings; }
   const Outcome& Result() const { return outcomes_[index_]; }
 
   /// What the call got; null when the service has no such input, or the step did not run.

@@ -115,7 +115,7 @@ Answer Resect(const Inputs& in) {
   const int observations = CountObservations(sights);
   const bool redundant = observations > kUnknowns;
   return {status,
-          {OrNothing(out.station), Wrapped(out.orient), CheckWhere(redundant, out.sdNorth),
+          {OrNothing(out.station), AdjustedOrient(out.orient), CheckWhere(redundant, out.sdNorth),
            CheckWhere(redundant, out.sdEast), CheckWhere(HasElev(out.station), out.elevSpread),
            ResidualsOf(sights, out.station, residuals)},
           Joined(RedundancyNote(observations), FaceNote(sights))};
@@ -177,19 +177,20 @@ Answer KnownLine(const Inputs& in) {
   const bool elevs = HasElev(sight1.point) && HasElev(sight2.point);
   // The export compares the targets' heights with the points'.
   const double elevMisclosure = out.elevSpread - (sights[1].targetHeight - sights[0].targetHeight);
-  return {
-      status,
-      {OrNothing(out.station), Wrapped(out.orient), CheckWhere(fromPoints, residuals[0].distResid),
-       CheckWhere(fromPoints && elevs, elevMisclosure)},
-      FaceNote(sights)};
+  return {status,
+          {OrNothing(out.station), AdjustedOrient(out.orient),
+           CheckWhere(fromPoints, residuals[0].distResid),
+           CheckWhere(fromPoints && elevs, elevMisclosure)},
+          FaceNote(sights)};
 }
 
 constexpr std::array kServices = {
     Service{"resect", "KavoSTNMultiResect", "station by least squares from any number of points",
-            kResectIn, kResectOut, kResectStatus, Resect, kKeepsDigits, kNoRules, ResectDoubt},
+            kResectIn, kResectOut, kResectStatus, Resect, kHeedsCorrections | kTakenAsMeasured,
+            kKeepsDigits, kNoRules, ResectDoubt},
     Service{"known-line", "KavoSTNKnownLine", "station from a known point and a known line",
-            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine, kKeepsDigits, kNoRules,
-            DoubtOfKnownLine},
+            kKnownLineIn, kKnownLineOut, kKnownLineStatus, KnownLine, kTakenAsMeasured,
+            kKeepsDigits, kNoRules, DoubtOfKnownLine},
 };
 
 }  // namespace

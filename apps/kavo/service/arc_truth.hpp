@@ -8,7 +8,7 @@ namespace kavo_app {
 /// An arc by its start; the sign of the radius as the library has it.
 struct Arc {
   CoordPt start;
-  IntAngle startDir;  ///< Azimuth of the start tangent.
+  IntAngle startDir;  ///< Azimuth of the start tangent, from north.
   double radius;      ///< Metres; positive is clockwise, to the right.
   double arcLength;   ///< Metres.
 };

@@ -217,7 +217,8 @@ constexpr std::array kServices = {
             kCheckOut, kCheckStatus, Check},
     Service{"backsight", "KavoCogoCoordToAngDist",
             "sight to a known point from an oriented station", kBacksightIn, kBacksightOut,
-            kBacksightStatus, Backsight, kKeepsDigits, kBacksightRules, DoubtOfPointing},
+            kBacksightStatus, Backsight, kTakenAsMeasured, kKeepsDigits, kBacksightRules,
+            DoubtOfPointing},
     Service{"face-check", "kavo", "the instrument's errors from sights on both faces", kFacesIn,
             kFacesOut, kFacesStatus, FaceCheck},
 };

@@ -85,10 +85,10 @@ Answer CrossCircles(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"intersect-lines", "KavoCogoCalcCrossLine", "point where two lines meet", kCrossLinesIn,
-            kPointOut, kCrossLinesStatus, CrossLines, kLosesDigits},
+            kPointOut, kCrossLinesStatus, CrossLines, kHeedsNone, kLosesDigits},
     Service{"intersect-line-circle", "KavoCogoCalcCrossLineCircle",
             "points where a line meets a circle", kCrossLineCircleIn, kCrossLineCircleOut,
-            kCrossLineCircleStatus, CrossLineCircle, kKeepsDigits, kNoRules, kNoDoubt,
+            kCrossLineCircleStatus, CrossLineCircle, kHeedsNone, kKeepsDigits, kNoRules, kNoDoubt,
             LineCircleTruth},
     Service{"intersect-circles", "KavoCogoCalcCrossCircle", "points where two circles meet",
             kCrossCirclesIn, kCrossCirclesOut, kCrossCirclesStatus, CrossCircles},

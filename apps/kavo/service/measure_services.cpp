@@ -209,7 +209,7 @@ constexpr std::array kServices = {
     Service{"remote-base", "KavoREMSetBase", "reflector under or over a remote point",
             kRemoteBaseIn, kRemoteBaseOut, kRemoteBaseStatus, RemoteBase},
     Service{"remote-elevation", "KavoREMCalc", "height of a remote point above its base", kRemoteIn,
-            kRemoteOut, kRemoteStatus, RemoteElevation},
+            kRemoteOut, kRemoteStatus, RemoteElevation, kTakenAsMeasured},
     Service{"distance", "KavoRDMCalcByCoord", "distances and direction between two points",
             kDistanceIn, kDistanceOut, kDistanceStatus, Distance},
     Service{"slope-set", "KavoBRSetSlope", "design slope through two points of a cross-section",
@@ -217,8 +217,8 @@ constexpr std::array kServices = {
     Service{"slope", "KavoBRCalc", "point against a design slope", kSlopeIn, kSlopeOut,
             kSlopeStatus, Slope},
     Service{"two-point-target", "KavoCalc2PtTarget", "hidden point on a pole with two reflectors",
-            kTargetIn, kTargetOut, kTargetStatus, TwoPointTarget, kKeepsDigits, kNoRules,
-            TargetDoubt},
+            kTargetIn, kTargetOut, kTargetStatus, TwoPointTarget, kHeedsNone, kKeepsDigits,
+            kNoRules, TargetDoubt},
 };
 
 }  // namespace

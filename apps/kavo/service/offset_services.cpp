@@ -124,7 +124,8 @@ bool MeetsPlane(const Inputs& in, IntAngle ha) {
   double height = VALUE_INVALID;
   KavoREFCalc2PtPlane(ha, in.Angle("va"), &in.Point("station"), in.Number("ih", 0.0), &pierced,
                       &along, &height);
-  return along != VALUE_INVALID && !IsBehind(in.Point("station"), ha, in.Angle("va"), pierced);
+  return along != VALUE_INVALID &&
+         !IsBehind(in.Point("station"), Referred(Instrument(), ha), in.Angle("va"), pierced);
 }
 
 Answer PointOnEdge(const Inputs& in) {
@@ -208,13 +209,13 @@ Answer Column(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"corner-by-wall", "KavoCalcOfsCorner3Pt", "hidden corner of two walls at right angles",
-            kCorner3In, kOffsetOut, kCorner3Status, Corner3},
+            kCorner3In, kOffsetOut, kCorner3Status, Corner3, kHeedsFace},
     Service{"corner-by-walls", "KavoCalcOfsCorner4Pt", "hidden corner of two walls", kCorner4In,
-            kOffsetOut, kCorner4Status, Corner4},
+            kOffsetOut, kCorner4Status, Corner4, kHeedsFace},
     Service{"point-on-edge", "KavoCalcOfsLineHA", "sighted point on an inclined edge", kEdgeIn,
-            kOffsetOut, kEdgeStatus, PointOnEdge},
+            kOffsetOut, kEdgeStatus, PointOnEdge, kHeedsFace | kTakenAsMeasured},
     Service{"column", "KavoCalcOfsCircle", "centre and radius of a round column", kColumnIn,
-            kColumnOut, kColumnStatus, Column},
+            kColumnOut, kColumnStatus, Column, kHeedsFace | kTakenAsMeasured},
 };
 
 }  // namespace

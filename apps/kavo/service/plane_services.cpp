@@ -2,6 +2,7 @@
 #include <array>
 
 #include "base/geometry.hpp"
+#include "host/instrument.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
 
@@ -78,7 +79,8 @@ Answer WallPoint(const Inputs& in) {
                 {OrNothing(point), OrNothing(along), withElev ? OrNothing(height) : Value{}}};
   if (status == STATUS_OK || status == WARN_NO_ELEVATION) {
     // The export draws the sight on backwards, and mirrors its height.
-    const bool behind = IsBehind(in.Point("station"), azimuth, in.Angle("va"), point);
+    const bool behind =
+        IsBehind(in.Point("station"), Referred(Instrument(), azimuth), in.Angle("va"), point);
     answer.trouble = along == VALUE_INVALID ? kMissesPlane : behind ? kLeadsAway : "";
   }
   return answer;
@@ -141,11 +143,11 @@ constexpr std::array kServices = {
     Service{"wall-set", "KavoREFSet2PtBasePlane", "vertical plane through two points", kWallSetIn,
             kWallSetOut, kWallSetStatus, WallSet},
     Service{"wall-point", "KavoREFCalc2PtPlane", "sight intersected with a vertical plane",
-            kWallPointIn, kWallPointOut, kWallPointStatus, WallPoint},
+            kWallPointIn, kWallPointOut, kWallPointStatus, WallPoint, kTakenAsMeasured},
     Service{"plane-set", "KavoREFSet3PtBasePlane", "plane through three points, or vertical by two",
             kPlaneSetIn, kPlaneSetOut, kPlaneSetStatus, PlaneSet},
     Service{"plane-point", "KavoREFCalc3PtPlane", "sight intersected with a plane", kPlanePointIn,
-            kPlanePointOut, kPlanePointStatus, PlanePoint},
+            kPlanePointOut, kPlanePointStatus, PlanePoint, kTakenAsMeasured},
 };
 
 }  // namespace

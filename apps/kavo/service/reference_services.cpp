@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/geometry.hpp"
+#include "host/instrument.hpp"
 #include "service/arc_truth.hpp"
 #include "service/service_families.hpp"
 #include "service/service_rows.hpp"
@@ -134,8 +135,8 @@ double ArcBound(double radius) {
 
 // The export lets the arc end where the tangents lead it.
 std::string TangentsDoubt(const Inputs& in, const Outputs& out) {
-  const CoordPt end = EndOf(
-      {in.Point("start"), out.Angle("startDir"), out.Number("radius"), out.Number("arcLength")});
+  const CoordPt end = EndOf({in.Point("start"), Referred(Instrument(), out.Angle("startDir")),
+                             out.Number("radius"), out.Number("arcLength")});
   const double off = std::hypot(end.north - in.Point("end").north, end.east - in.Point("end").east);
   return off > ArcBound(out.Number("radius"))
              ? fmt::format("the tangents do not fit the ends: the arc ends {:.4f} m away from end",
@@ -173,8 +174,9 @@ constexpr std::array kArcPointStatus = {
 std::string ArcWarning(const Inputs& arc, const CoordPt& point, const RefLineResult& out) {
   RefArcParams params{};
   KavoREFGetArcParams(&params);
-  const auto truth = TrueArcPosition(
-      {arc.Point("start"), params.startDir, params.radius, params.arcLength}, point);
+  const auto truth = TrueArcPosition({arc.Point("start"), Referred(Instrument(), params.startDir),
+                                      params.radius, params.arcLength},
+                                     point);
   if (std::hypot(truth.along - out.along, truth.offset - out.offset) <= ArcBound(params.radius)) {
     return {};
   }
@@ -204,16 +206,16 @@ constexpr std::array kServices = {
     Service{"line-point", "KavoREFCalc", "point against a reference line", kLinePointIn,
             kLinePointOut, kLinePointStatus, LinePoint},
     Service{"arc-by-tangents", "KavoREFSetArcByCoord", "reference arc by its ends and tangents",
-            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kLosesDigits, kNoRules,
-            TangentsDoubt},
+            kArcByTangentsIn, kArcOut, kArcByTangentsStatus, ArcSet, kHeedsNone, kLosesDigits,
+            kNoRules, TangentsDoubt},
     Service{"arc-by-angle", "KavoREFSetArcByRadiusHAngle",
             "reference arc by start, radius and end tangent", kArcByAngleIn, kArcOut,
             kArcByAngleStatus, ArcSet},
     Service{"arc-by-length", "KavoREFSetArcByRadiusArcLen",
             "reference arc by start, radius and length", kArcByLengthIn, kArcOut,
-            kArcByLengthStatus, ArcSet, kKeepsDigits, kNoRules, ArcLengthDoubt},
+            kArcByLengthStatus, ArcSet, kHeedsNone, kKeepsDigits, kNoRules, ArcLengthDoubt},
     Service{"arc-point", "KavoREFCalcArc", "point against a reference arc", kArcPointIn,
-            kArcPointOut, kArcPointStatus, ArcPoint, kLosesDigits},
+            kArcPointOut, kArcPointStatus, ArcPoint, kHeedsNone, kLosesDigits},
 };
 
 }  // namespace

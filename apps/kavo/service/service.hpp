@@ -122,6 +122,27 @@ struct Answer {
 /// The first two fields of a StatusRow from the constant, so that its name is written once.
 #define KAVO_STATUS(constant) (constant), #constant
 
+/// How the instrument's settings bear on a service, beside that its azimuths count as they say; a
+/// type of its own, so that no flag of a row is taken for one.
+enum class SettingSet : std::uint8_t {};
+inline constexpr SettingSet kHeedsNone{0};
+/// Scale factor, sea level, curvature and refraction change the elevation that it finds from zenith
+/// readings alone.
+inline constexpr SettingSet kHeedsCorrections{1};
+/// The face changes the readings that it gives.
+inline constexpr SettingSet kHeedsFace{2};
+/// A distance or a height that is measured goes into what it gives, and none of them corrects it.
+inline constexpr SettingSet kTakenAsMeasured{4};
+
+constexpr SettingSet operator|(SettingSet one, SettingSet other) {
+  return SettingSet{
+      static_cast<std::uint8_t>(static_cast<unsigned>(one) | static_cast<unsigned>(other))};
+}
+/// Whether two sets have something in common.
+constexpr bool Share(SettingSet one, SettingSet other) {
+  return (static_cast<unsigned>(one) & static_cast<unsigned>(other)) != 0;
+}
+
 /// One service: a row of the table.
 struct Service {
   std::string_view name;
@@ -131,6 +152,7 @@ struct Service {
   std::span<const Field> outputs;
   std::span<const StatusRow> statuses;
   Answer (*call)(const Inputs& in);
+  SettingSet settings = kHeedsNone;
   /// Its formula loses digits far from the origin of the coordinates: what it gives is checked.
   bool losesDigits = false;
   std::span<const Rule> rules{};

@@ -1,5 +1,7 @@
 #include "service/setup.hpp"
 
+#include "host/instrument.hpp"
+
 namespace kavo_app {
 
 double HeightTerm(const Sight& sight, const Inputs& in) {
@@ -9,6 +11,8 @@ double HeightTerm(const Sight& sight, const Inputs& in) {
 std::string SightName(const std::vector<Sight>& sights, std::size_t index) {
   return sights[index].name.empty() ? "sight " + std::to_string(index + 1) : sights[index].name;
 }
+
+Value AdjustedOrient(IntAngle orient) { return Referred(Instrument(), Wrapped(orient)); }
 
 std::string FaceNote(const std::vector<Sight>& sights) {
   std::string names;

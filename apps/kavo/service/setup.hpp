@@ -22,6 +22,10 @@ double HeightTerm(const Sight& sight, const Inputs& in);
 /// The name of a sight's point, or for one without a name its place in the list, "sight 2".
 std::string SightName(const std::vector<Sight>& sights, std::size_t index);
 
+/// The orientation from an adjustment, which counts it from north whatever the instrument is set
+/// to, as azimuths are counted. The resections in closed form hand theirs out so themselves.
+Value AdjustedOrient(IntAngle orient);
+
 /// Names the sights of face 2: kavo reduces them itself, because the adjustment takes face 1 alone.
 /// Empty when there are none.
 std::string FaceNote(const std::vector<Sight>& sights);

@@ -120,12 +120,13 @@ Answer Resect2(const Inputs& in) {
 
 constexpr std::array kServices = {
     Service{"benchmark", "KavoSTNSeaLevelCalcByBM", "station elevation from a benchmark",
-            kBenchmarkIn, kBenchmarkOut, kBenchmarkStatus, Benchmark},
+            kBenchmarkIn, kBenchmarkOut, kBenchmarkStatus, Benchmark, kTakenAsMeasured},
     Service{"resect-3", "KavoSTN3PtResect", "station from directions to three points", kResect3In,
-            kResect3Out, kResect3Status, Resect3, kKeepsDigits, kNoRules, Resect3Doubt},
+            kResect3Out, kResect3Status, Resect3, kHeedsCorrections, kKeepsDigits, kNoRules,
+            Resect3Doubt},
     Service{"resect-2", "KavoSTN2PtResect", "station from two points and a distance or two",
-            kResect2In, kResect2Out, kResect2Status, Resect2, kKeepsDigits, kNoRules,
-            DoubtOfResect2},
+            kResect2In, kResect2Out, kResect2Status, Resect2, kTakenAsMeasured, kKeepsDigits,
+            kNoRules, DoubtOfResect2},
 };
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "base/geometry.hpp"
 #include "base/number_text.hpp"
 #include "base/plain_text.hpp"
+#include "service/corrections.hpp"
 #include "service/doubts.hpp"
 
 namespace kavo_app {
@@ -196,6 +197,9 @@ Answer CheckedCall(const Service& service, const Inputs& in) {
     if (const auto* sights = std::get_if<std::vector<Sight>>(&value)) {
       answer.warning = Joined(answer.warning, DoubtOfFaces(*sights));
     }
+  }
+  if (Succeeded(service, answer)) {
+    answer.warning = Joined(answer.warning, UncorrectedWarning(service, in));
   }
   answer.warning = Joined(answer.warning, LostDigits(service, in, answer));
   return answer;
