@@ -156,6 +156,8 @@ std::string ConditionsOf(const Service& service, const Field& field) {
   std::vector<std::string> conditions;
   if (field.need == Need::kOneOf) {
     conditions.push_back("this or " + OthersOf(service, field));
+  } else if (field.need == Need::kOrZero) {
+    conditions.emplace_back("0 when absent");
   } else if (field.need != Need::kRequired) {
     conditions.emplace_back("optional");
   }

@@ -40,7 +40,7 @@ std::vector<std::string_view> KnownRowKeys(const Service& service) {
 std::vector<std::string_view> ZeroKeys(const TomlReader& step, const Service& service) {
   std::vector<std::string_view> keys;
   for (const auto& field : service.inputs) {
-    if (ZeroWhenAbsent(field) && step.Find(field.name) == nullptr) {
+    if (field.need == Need::kOrZero && step.Find(field.name) == nullptr) {
       keys.push_back(field.name);
     }
   }

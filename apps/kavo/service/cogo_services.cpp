@@ -53,7 +53,7 @@ constexpr std::array kForwardIn = {
     Field{"station", Kind::kPoint, "where the direction starts"},
     Field{"azimuth", Kind::kAzimuth, "direction to the point"},
     Field{"horizDist", Kind::kLength, "horizontal distance; negative goes the opposite way"},
-    Field{"dElev", Kind::kLength, "height difference; 0 when absent", Need::kOptional},
+    Field{"dElev", Kind::kLength, "height difference", Need::kOrZero},
 };
 constexpr std::array kForwardStatus = {kComputed, kPointInvalid};
 
@@ -151,10 +151,8 @@ Answer OffsetPoint(const Inputs& in) {
 
 constexpr std::array kTransformLineIn = {
     Field{"line", Kind::kLine, "the line"},
-    Field{"rotation", Kind::kAngle, "turn about its first point, clockwise; 0 when absent",
-          Need::kOptional},
-    Field{"offset", Kind::kLength, "shift across the turned line, to the right; 0 when absent",
-          Need::kOptional},
+    Field{"rotation", Kind::kAngle, "turn about its first point, clockwise", Need::kOrZero},
+    Field{"offset", Kind::kLength, "shift across the turned line, to the right", Need::kOrZero},
 };
 constexpr std::array kTransformLineOut = {
     Field{"line", Kind::kLine, "the new line"},

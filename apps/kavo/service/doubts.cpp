@@ -16,8 +16,9 @@ namespace kavo_app {
 namespace {
 
 // What measurements are uncertain by, as the adjustment weights them.
-constexpr IntAngle kDirectionSd = 2 * 16;  // arc-seconds
-constexpr double kDistSd = 2e-3;           // metres, and
+constexpr IntAngle kArcSecond = 16;
+constexpr IntAngle kDirectionSd = 2 * kArcSecond;
+constexpr double kDistSd = 2e-3;  // metres, and
 constexpr double kDistSdPerMetre = 2e-6;
 
 // Chance hardly ever makes five times that; what is beyond was misread or is another point.
@@ -36,8 +37,8 @@ constexpr double kMovesFar = 10.0;
 
 // The errors of one instrument stay the same from sight to sight but for its accuracy; and beyond
 // some minutes it is off to the workshop.
-constexpr IntAngle kErrorsApart = 30 * 16;     // arc-seconds
-constexpr IntAngle kErrorLarge = 5 * 60 * 16;  // arc-seconds
+constexpr IntAngle kErrorsApart = 30 * kArcSecond;
+constexpr IntAngle kErrorLarge = 5 * 60 * kArcSecond;
 
 std::string LengthText(double metres) {
   const double size = std::fabs(metres);

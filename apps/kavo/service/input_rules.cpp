@@ -88,11 +88,6 @@ std::string TroubleOfLimits(const Service& service, const std::vector<Value>& in
   return {};
 }
 
-// The same words tell a user.
-bool ZeroWhenAbsent(const Field& field) {
-  return field.meaning.find("0 when absent") != field.meaning.npos;
-}
-
 std::vector<std::string> NeedsOf(const Service& service, const Field& field) {
   std::vector<std::string> needs;
   for (const auto& rule : service.rules) {

@@ -38,9 +38,6 @@ std::string TroubleOfLimit(const Field& field, std::optional<double> measure);
 /// The same for all inputs of a call, with the field's name before it.
 std::string TroubleOfLimits(const Service& service, const std::vector<Value>& inputs);
 
-/// True for what counts as 0 when it is not given.
-bool ZeroWhenAbsent(const Field& field);
-
 /// What else an input needs, "tolerance" or "slopeDist or horizDist", one for each rule.
 std::vector<std::string> NeedsOf(const Service& service, const Field& field);
 

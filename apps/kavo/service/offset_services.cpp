@@ -12,8 +12,8 @@ namespace {
 
 constexpr Field kStation{"station", Kind::kPoint,
                          "the instrument's station; va and dist need its elevation"};
-constexpr Field kAimHeight{"th", Kind::kLength, "height to aim at above the point; 0 when absent",
-                           Need::kOptional, kBelow100};
+constexpr Field kAimHeight{"th", Kind::kLength, "height to aim at above the point", Need::kOrZero,
+                           kBelow100};
 constexpr Field kPointOut{"point", Kind::kPoint, "the point that cannot be occupied"};
 constexpr Field kHaOut{"ha", Kind::kAzimuth, "horizontal reading to aim at it"};
 constexpr Field kVaOut{"va", Kind::kZenith, "zenith reading to aim at it"};

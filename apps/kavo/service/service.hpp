@@ -19,6 +19,7 @@ namespace kavo_app {
 enum class Need {
   kRequired,
   kOptional,
+  kOrZero,    ///< Optional, and counts as 0 when absent.
   kOneOf,     ///< Exactly one of the service's fields of this kind is needed.
   kOneAtMost  ///< At most one of the service's fields of this kind may be given.
 };

@@ -40,11 +40,11 @@ inline constexpr std::array kPointOut = {
 };
 
 // Where the instrument stands, for what is aimed at or sighted from there.
-inline constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height; 0 when absent",
-                                         Need::kOptional, kBelow100};
-inline constexpr Field kTargetHeight{"th", Kind::kLength, "target height; 0 when absent",
-                                     Need::kOptional, kBelow100};
-inline constexpr Field kOrient{"orient", Kind::kAzimuth,
-                               "azimuth of the circle's zero; 0 when absent", Need::kOptional};
+inline constexpr Field kInstrumentHeight{"ih", Kind::kLength, "instrument height", Need::kOrZero,
+                                         kBelow100};
+inline constexpr Field kTargetHeight{"th", Kind::kLength, "target height", Need::kOrZero,
+                                     kBelow100};
+inline constexpr Field kOrient{"orient", Kind::kAzimuth, "azimuth of the circle's zero",
+                               Need::kOrZero};
 
 }  // namespace kavo_app

@@ -10,9 +10,8 @@
 namespace kavo_app {
 
 inline constexpr Limit kTwoSights{[](double count) { return count == 2.0; }, "exactly two sights"};
-inline constexpr Field kAxisHeight{"ih", Kind::kLength,
-                                   "instrument height; 0 when absent, for the axis's elevation",
-                                   Need::kOptional, kBelow100};
+inline constexpr Field kAxisHeight{
+    "ih", Kind::kLength, "instrument height, for the axis's elevation", Need::kOrZero, kBelow100};
 inline constexpr Field kSetUpStation{"station", Kind::kPoint, "the station"};
 inline constexpr Field kSetUpOrient{"orient", Kind::kAzimuth, "azimuth of the circle's zero"};
 
